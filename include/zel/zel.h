@@ -1,0 +1,11 @@
+// The whole public interface.
+#pragma once
+
+#include <zel/api.h>
+#include <zel/archive.h>
+#include <zel/crc32.h>
+#include <zel/exception.h>
+#include <zel/file.h>
+#include <zel/init.h>
+#include <zel/vector.h>
+#include <zel/verbose.h>

@@ -1,0 +1,43 @@
+# What the scripts share; sourced, not run. Sets `root`, the checkout.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev)
+clang_packages=(clang clang-format)
+windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
+
+# Installs the Debian packages that are missing, or says in one line what to install.
+require() {
+  local missing=() as_root=()
+  for package in "$@"; do
+    dpkg-query --show --showformat='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! sudo -n true 2>/dev/null; then
+      echo "Please install: sudo apt-get install ${missing[*]}" >&2
+      exit 1
+    fi
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Configures a preset and builds the given targets (all, without any).
+build() {
+  local preset=$1
+  shift
+  [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" ${1+--target "$@"}
+}
+
+# Builds a preset and runs its tests.
+build_and_test() {
+  build "$1"
+  ctest --preset "$1" --parallel "$(nproc)"
+}

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Packs a directory (examples/data by default) into an archive, mounts it, reads every file back through the
+# library under another spelling of its name, and compares it with the loose file.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+directory=$(cd "$OLDPWD" && realpath "${1:-$root/examples/data}")
+require "${build_packages[@]}"
+build release zel mount_and_read >/dev/null
+
+archive=build/demo.bva
+echo "\$ zel pack --skip-empty $directory $archive"
+build/release/bin/zel pack --skip-empty "$directory" "$archive"
+echo "\$ zel verify $archive"
+build/release/bin/zel verify "$archive"
+echo "\$ mount_and_read $archive $directory"
+build/release/bin/mount_and_read "$archive" "$directory"

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds BvSystem.dll with MinGW-w64 and runs the same tests through Wine.
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+require "${build_packages[@]}" "${windows_packages[@]}"
+
+WINEPREFIX=$(mktemp -d) # a machine of its own for every run
+export WINEPREFIX WINEDEBUG=-all
+cleanup() {
+  /usr/lib/wine/wineserver64 --kill 2>/dev/null || true
+  rm -rf "$WINEPREFIX"
+}
+trap cleanup EXIT
+scripts/wine.sh wineboot --init >/dev/null 2>&1
+
+build_and_test windows

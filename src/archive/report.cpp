@@ -1,0 +1,31 @@
+// The report of archived files that nobody read: dead weight for the authors of an archive.
+
+#include <cstdint>
+#include <zel/archive.h>
+#include <zel/verbose.h>
+
+namespace Zel {
+
+void Archive::dumpUnaccessedFiles() const {
+    constexpr float kMegabytes = 9.5367431640625e-07F;
+    verbose("\nUnaccessed files for archive \"%s\":\n\n", m_fullPath.c_str());
+    std::uint32_t total = 0;
+    for (auto const& [key, info] : m_entries) {
+        if (info.accessed != 0)
+            continue;
+        verbose("Archived file \"%s\" was not accessed\n", key.c_str());
+        total += info.size;
+    }
+    // The total is a signed 32-bit number.
+    float const megabytes = static_cast<float>(static_cast<std::int32_t>(total)) * kMegabytes;
+    verbose("\nTotal %.1f MB of unaccessed files\n\n", static_cast<double>(megabytes));
+}
+
+void Archive::dumpAllUnaccessedFiles() {
+    // Meant: the count covers named archives, the slots all of them. It is asked anew after each report,
+    // because a callback may change the registry.
+    for (int slot = 0; slot < getArchiveCount(); ++slot)
+        getArchive(slot)->dumpUnaccessedFiles();
+}
+
+} // namespace Zel

@@ -1,0 +1,163 @@
+// One open file: finding it in the archives or on disk, reading, writing and positioning.
+
+#include "core/crc32_register.h"
+#include "file/names.h"
+#include "platform/platform.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <zel/archive.h>
+#include <zel/file.h>
+
+namespace Zel {
+namespace {
+
+constexpr std::int32_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
+
+/// The sum as 32 bits hold it. A position or size that wraps round names no place in any file: what is done
+/// with it next fails.
+std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
+
+} // namespace
+
+File::File() { initializeMembers(); } // NOLINT(cppcoreguidelines-pro-type-member-init)
+
+// Delegating: once File() is done, the destructor closes the stream even when this body throws.
+File::File(std::string const& name, Mode mode) : File() {
+    m_filename = name;
+    m_mode = mode;
+    std::string const path = resolveName(name);
+    if (hasZeroByte(name))
+        throw FileException_OpenFailed(name.c_str());
+
+    switch (mode) {
+    case READ:
+    case READ_TEXT:
+        if (!openArchived(path))
+            openLoose(path);
+        break;
+    case WRITE:
+        m_handle = platform::openStream(path, "wb");
+        break;
+    case WRITE_TEXT:
+        m_handle = platform::openStream(path, "w");
+        break;
+    }
+    if (m_handle == nullptr)
+        throw FileException_OpenFailed(name.c_str());
+}
+
+File::~File() {
+    if (m_handle != nullptr)
+        std::fclose(m_handle);
+    initializeMembers();
+}
+
+void File::initializeMembers() {
+    m_filename.clear();
+    m_mode = READ;
+    m_size = 0;
+    m_offset = 0;
+    m_archive = nullptr;
+    m_handle = nullptr;
+    m_position = 0;
+}
+
+/// Opens the entry of the newest archive that has one. False when none has, or when that archive itself
+/// cannot be opened: then the disk is asked, as if there were no entry.
+bool File::openArchived(std::string const& path) {
+    Archive::FileInfo info;
+    int slot = Archive::getArchiveCount() - 1;
+    while (slot >= 0 && !Archive::getArchive(slot)->findFile(path, info))
+        --slot;
+    if (slot < 0)
+        return false;
+
+    Archive const* const archive = Archive::getArchive(slot);
+    m_handle = platform::openStream(archive->getFullPath(), "rb");
+    if (m_handle == nullptr)
+        return false;
+    if (info.offset > kLargestPosition)
+        throw FileException_SeekError(m_filename.c_str());
+    if (info.size > kLargestPosition - info.offset)
+        throw FileException_ReadError(m_filename.c_str());
+    m_archive = archive;
+    m_offset = static_cast<std::int32_t>(info.offset);
+    m_size = static_cast<std::int32_t>(info.size);
+    checkEntry(info.crc);
+    return true;
+}
+
+void File::openLoose(std::string const& path) {
+    m_handle = platform::openStream(path, "rb");
+    if (m_handle == nullptr)
+        return;
+    std::int64_t const length = platform::streamLength(m_handle);
+    if (length < 0 || length > kLargestPosition)
+        throw FileException_OpenFailed(m_filename.c_str());
+    m_size = static_cast<std::int32_t>(length);
+}
+
+/// Reads the whole entry once, in pieces that stay in the processor's first cache.
+void File::checkEntry(std::uint32_t expectedCrc) {
+    std::array<unsigned char, 16 * 1024> piece;
+    Crc32Register crc;
+    setPosition(0);
+    while (!endReached()) {
+        int const count = std::min<int>(piece.size(), getSize() - getPosition());
+        read(piece.data(), count);
+        crc.update(piece.data(), static_cast<std::size_t>(count));
+    }
+    if (crc.value() != expectedCrc)
+        throw FileException_FileCorrupted(m_filename.c_str());
+    setPosition(0);
+}
+
+std::string const& File::getFilename() const { return m_filename; }
+
+File::Mode File::getMode() {
+    return m_mode;
+} // NOLINT(readability-make-member-function-const): as callers know it
+
+int File::getSize() const { return m_size; }
+
+int File::getPosition() const { return wrappingSum(m_position, -std::int64_t{m_offset}); }
+
+void File::setPosition(int position) {
+    m_position = wrappingSum(position, m_offset);
+    if (m_handle == nullptr || std::fseek(m_handle, m_position, SEEK_SET) != 0)
+        throw FileException_SeekError(m_filename.c_str());
+}
+
+bool File::endReached() const { return m_position >= std::int64_t{m_offset} + m_size; }
+
+void File::read(void* buffer, int count) {
+    if (count < 0 || std::int64_t{m_position} + count > std::int64_t{m_offset} + m_size)
+        throw FileException_ReadError(m_filename.c_str());
+    auto const wanted = static_cast<std::size_t>(count);
+    std::size_t const arrived = m_handle != nullptr ? std::fread(buffer, 1, wanted, m_handle) : 0;
+    m_position = wrappingSum(m_position, static_cast<std::int64_t>(arrived));
+    if (arrived < wanted)
+        throw FileException_ReadError(m_filename.c_str());
+    if (m_archive != nullptr)
+        Archive::decrypt(buffer, count);
+}
+
+void File::write(void const* buffer, int count) {
+    if (count < 0)
+        throw FileException_WriteError(m_filename.c_str());
+    auto const given = static_cast<std::size_t>(count);
+    std::size_t const written = m_handle != nullptr ? std::fwrite(buffer, 1, given, m_handle) : 0;
+    m_position = wrappingSum(m_position, static_cast<std::int64_t>(written));
+    m_size = wrappingSum(m_size, static_cast<std::int64_t>(written)); // Meant: overwriting grows it too.
+    if (written < given)
+        throw FileException_WriteError(m_filename.c_str());
+}
+
+void File::flush() {
+    if (m_handle != nullptr && std::fflush(m_handle) != 0)
+        throw FileException_WriteError(m_filename.c_str());
+}
+
+} // namespace Zel

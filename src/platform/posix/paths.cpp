@@ -1,0 +1,84 @@
+#include "platform/posix/paths.h"
+
+#include <algorithm>
+#include <dirent.h>
+#include <memory>
+#include <strings.h>
+#include <unistd.h>
+
+namespace Zel::platform {
+namespace {
+
+struct DirectoryCloser {
+    void operator()(DIR* directory) const { closedir(directory); }
+};
+
+/// The entry of a directory ("" for the working directory) that is called `name` when case is ignored.
+std::optional<std::string> matchEntry(std::string const& directory, std::string const& name) {
+    std::string const exact = directory + name;
+    if (access(exact.c_str(), F_OK) == 0)
+        return exact;
+
+    std::unique_ptr<DIR, DirectoryCloser> const entries(opendir(directory.empty() ? "." : directory.c_str()));
+    if (!entries)
+        return std::nullopt;
+    std::optional<std::string> best;
+    while (dirent const* entry = readdir(entries.get())) {
+        if (strcasecmp(entry->d_name, name.c_str()) == 0 && (!best || entry->d_name < *best))
+            best = entry->d_name;
+    }
+    if (best)
+        best->insert(0, directory);
+    return best;
+}
+
+} // namespace
+
+std::optional<std::string> toHostPath(std::string const& path) {
+    if (path.find('\0') != std::string::npos)
+        return std::nullopt;
+    std::string host = path;
+    std::replace(host.begin(), host.end(), '\\', '/');
+    if (host.starts_with("//"))
+        return std::nullopt;
+    if (host.substr(0, host.find('/')).find(':') == std::string::npos)
+        return host;
+    if (!host.starts_with("z:") && !host.starts_with("Z:"))
+        return std::nullopt;
+    host.erase(0, 2);
+    return host.empty() ? "/" : host;
+}
+
+std::string fromHostPath(std::string const& hostPath) {
+    std::string path = "z:" + hostPath;
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}
+
+std::optional<std::string> matchIgnoringCase(std::string const& hostPath) {
+    std::string matched = hostPath.starts_with('/') ? "/" : "";
+    for (std::size_t begin = 0; begin < hostPath.size();) {
+        std::size_t const end = std::min(hostPath.find('/', begin), hostPath.size());
+        if (end > begin) {
+            auto const entry = matchEntry(matched, hostPath.substr(begin, end - begin));
+            if (!entry)
+                return std::nullopt;
+            matched = *entry + "/";
+        }
+        begin = end + 1;
+    }
+    if (matched.size() > 1)
+        matched.pop_back();
+    return matched;
+}
+
+std::optional<std::string> placeIgnoringCase(std::string const& hostPath) {
+    std::size_t const nameStart = hostPath.rfind('/') + 1; // 0 when there is no separator
+    auto const directory = matchIgnoringCase(hostPath.substr(0, nameStart));
+    if (!directory)
+        return std::nullopt;
+    bool const needsSeparator = !directory->empty() && !directory->ends_with('/');
+    return *directory + (needsSeparator ? "/" : "") + hostPath.substr(nameStart);
+}
+
+} // namespace Zel::platform

@@ -1,0 +1,92 @@
+// Folders, names and clocks of the machine on POSIX hosts.
+
+#include "platform/platform.h"
+#include "platform/posix/paths.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Zel::platform {
+namespace {
+
+std::string environment(char const* name) {
+    char const* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+/// The machine-wide data folder of the host; empty when nothing tells it.
+std::string commonDataRoot() {
+    if (std::string const chosen = environment("ZEL_COMMON_DATA"); !chosen.empty())
+        return chosen;
+    if (geteuid() == 0)
+        return "/var/lib";
+    if (std::string const state = environment("XDG_STATE_HOME"); !state.empty())
+        return state;
+    std::string const home = environment("HOME");
+    return home.empty() ? "" : home + "/.local/state";
+}
+
+/// Makes a directory and those above it that are missing, with `mode` less the umask.
+bool makeDirectories(std::string const& hostPath, mode_t mode) {
+    if (matchIgnoringCase(hostPath))
+        return true;
+    std::size_t const separator = hostPath.find_last_of('/');
+    if (separator != std::string::npos && separator > 0 &&
+        !makeDirectories(hostPath.substr(0, separator), mode))
+        return false;
+    auto const place = placeIgnoringCase(hostPath);
+    return place && (mkdir(place->c_str(), mode) == 0 || errno == EEXIST);
+}
+
+std::uint64_t nanoseconds(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(now.tv_nsec);
+}
+
+} // namespace
+
+std::optional<std::string> startupDirectory() {
+    char program[PATH_MAX];
+    ssize_t const length = readlink("/proc/self/exe", program, sizeof program);
+    if (length <= 0 || static_cast<std::size_t>(length) == sizeof program)
+        return std::nullopt;
+    std::string const path = fromHostPath(std::string(program, static_cast<std::size_t>(length)));
+    return path.substr(0, path.rfind('\\') + 1);
+}
+
+std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
+    std::string const root = commonDataRoot();
+    auto const below = toHostPath(subFolder);
+    if (root.empty() || !below)
+        return std::nullopt;
+
+    std::string folder = std::filesystem::path(root + "/" + *below).lexically_normal().string();
+    if (folder.ends_with('/'))
+        folder.pop_back();
+    // What lies below the machine-wide folder is private to the user who runs the program.
+    if (query == FolderQuery::Create && (!makeDirectories(root, 0777) || !makeDirectories(folder, 0700)))
+        return std::nullopt;
+    return fromHostPath(folder);
+}
+
+std::optional<std::string> computerName() {
+    char name[HOST_NAME_MAX + 1];
+    if (gethostname(name, sizeof name) != 0)
+        return std::nullopt;
+    return name;
+}
+
+std::uint64_t systemTime() {
+    constexpr std::uint64_t kUnitsFrom1601To1970 = 116'444'736'000'000'000;
+    return nanoseconds(CLOCK_REALTIME) / 100 + kUnitsFrom1601To1970;
+}
+
+std::uint64_t performanceCounter() { return nanoseconds(CLOCK_MONOTONIC); }
+
+} // namespace Zel::platform

@@ -1,0 +1,42 @@
+// Streams and files on Windows: the C runtime's calls on the path as it stands.
+
+#include "platform/platform.h"
+
+#include <direct.h>
+#include <io.h>
+#include <sys/stat.h>
+
+namespace Zel::platform {
+namespace {
+
+/// The C runtime would cut such a path at its zero byte and open something else.
+bool isCut(std::string const& path) { return path.find('\0') != std::string::npos; }
+
+} // namespace
+
+std::FILE* openStream(std::string const& path, char const* mode) {
+    return isCut(path) ? nullptr : std::fopen(path.c_str(), mode);
+}
+
+std::int64_t streamLength(std::FILE* stream) { return _filelengthi64(_fileno(stream)); }
+
+bool pathExists(std::string const& path) {
+    struct _stat64 status;
+    return !isCut(path) && _stat64(path.c_str(), &status) == 0;
+}
+
+void removeFile(std::string const& path) {
+    if (!isCut(path))
+        _unlink(path.c_str());
+}
+
+bool changeDirectory(std::string const& path) { return !isCut(path) && _chdir(path.c_str()) == 0; }
+
+std::optional<std::string> currentDirectory() {
+    char buffer[261];
+    if (_getcwd(buffer, sizeof buffer) == nullptr)
+        return std::nullopt;
+    return buffer;
+}
+
+} // namespace Zel::platform

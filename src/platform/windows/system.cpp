@@ -1,0 +1,69 @@
+// Folders, names and clocks of the machine on Windows: the shell and the kernel.
+
+#include "platform/platform.h"
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <cstdlib>
+
+namespace Zel::platform {
+
+std::optional<std::string> startupDirectory() {
+    char program[260];
+    DWORD const length = GetModuleFileNameA(nullptr, program, sizeof program);
+    if (length == 0 || length >= sizeof program)
+        return std::nullopt;
+
+    char drive[_MAX_DRIVE];
+    char directory[_MAX_DIR];
+    char path[260];
+    if (_splitpath_s(program, drive, sizeof drive, directory, sizeof directory, nullptr, 0, nullptr, 0) !=
+            0 ||
+        _makepath_s(path, sizeof path, drive, directory, nullptr, nullptr) != 0)
+        return std::nullopt;
+    return path;
+}
+
+std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
+    static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE) == 0x8023);
+    static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY) == 0x4023);
+    int const folder =
+        CSIDL_COMMON_APPDATA | (query == FolderQuery::Create ? CSIDL_FLAG_CREATE : CSIDL_FLAG_DONT_VERIFY);
+
+    char path[MAX_PATH] = {};
+    if (FAILED(
+            SHGetFolderPathAndSubDirA(nullptr, folder, nullptr, SHGFP_TYPE_CURRENT, subFolder.c_str(), path)))
+        return std::nullopt;
+    std::string result = path;
+    if (result.ends_with('\\'))
+        result.pop_back();
+    return result;
+}
+
+std::optional<std::string> computerName() {
+    char name[MAX_COMPUTERNAME_LENGTH + 1];
+    static_assert(sizeof name == 16);
+    DWORD size = sizeof name;
+    if (!GetComputerNameA(name, &size))
+        return std::nullopt;
+    return name;
+}
+
+std::uint64_t systemTime() {
+    SYSTEMTIME now;
+    FILETIME fileTime;
+    GetSystemTime(&now);
+    if (!SystemTimeToFileTime(&now, &fileTime))
+        return 0;
+    return static_cast<std::uint64_t>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime;
+}
+
+std::uint64_t performanceCounter() {
+    LARGE_INTEGER counter;
+    QueryPerformanceCounter(&counter);
+    return static_cast<std::uint64_t>(counter.QuadPart);
+}
+
+} // namespace Zel::platform
