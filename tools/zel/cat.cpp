@@ -1,0 +1,33 @@
+#include "commands.h"
+#include "mounted_archive.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace zel {
+namespace {
+
+struct CatOptions {
+    std::string archive;
+    std::string name;
+};
+
+void cat(CatOptions const& options, Console const& console) {
+    MountedArchive archive(options.archive);
+    auto const entry = archive.find(options.name);
+    if (!entry)
+        throw Failure(kOperatingFailure, options.archive + " has no entry " + options.name);
+    console.out << archive.read(*entry);
+}
+
+} // namespace
+
+void addCatCommand(CLI::App& program, Console& console) {
+    auto const options = std::make_shared<CatOptions>();
+    CLI::App* const command = program.add_subcommand("cat", "Writes one entry to standard output.");
+    command->add_option("ARCHIVE", options->archive, "the archive file")->required();
+    command->add_option("NAME", options->name, "the entry, in any case and with either slash")->required();
+    command->callback([options, &console] { cat(*options, console); });
+}
+
+} // namespace zel

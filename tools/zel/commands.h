@@ -1,0 +1,35 @@
+// The commands of the program: each adds its arguments to the command line, and its work.
+#pragma once
+
+#include "failure.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace zel {
+
+/// Where a command's words go, and how it ended.
+struct Console {
+    std::ostream& out;
+    std::ostream& err;                ///< messages; each starts with "zel: "
+    std::ostream* terminal = nullptr; ///< for progress bars; null where nobody watches
+    ExitCode exitCode = kSuccess;
+
+    void message(std::string const& text) const { err << "zel: " << text << '\n'; }
+};
+
+void addPackCommand(CLI::App& program, Console& console);
+void addListCommand(CLI::App& program, Console& console);
+void addVerifyCommand(CLI::App& program, Console& console);
+void addCatCommand(CLI::App& program, Console& console);
+
+/// Runs the program: the arguments without the program's name. Returns its exit code. Sets the library's data
+/// directory to the working directory, so that it takes paths, and names them, as the host writes them.
+int run(std::vector<std::string> arguments, Console console);
+
+} // namespace zel

@@ -1,0 +1,14 @@
+// The program zel.
+
+#include "commands.h"
+#include "standard_streams.h"
+
+#include <iostream>
+
+int main(int argc, char** argv) {
+    zel::setBinaryOutput();
+    zel::Console console{std::cout, std::cerr};
+    if (zel::errorIsTerminal())
+        console.terminal = &std::cerr;
+    return zel::run({argv + 1, argv + argc}, console);
+}

@@ -1,0 +1,65 @@
+#include "mounted_archive.h"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <zel/crc32.h>
+
+namespace zel {
+namespace {
+
+std::string toLowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    return text;
+}
+
+} // namespace
+
+MountedArchive::MountedArchive(std::string const& hostPath)
+    : m_file(hostPath, Zel::File::READ),
+      m_archive(hostPath),
+      m_keyPrefix(toLowerCase(Zel::File::getDataDir())) {
+    ArchiveEntry entry;
+    std::string key;
+    bool found = m_archive.findFirstSubstring("", key, entry.info);
+    while (found) {
+        entry.name = key.substr(m_keyPrefix.size());
+        m_entries.push_back(entry);
+        found = m_archive.findNextSubstring("", key, key, entry.info);
+    }
+}
+
+std::optional<ArchiveEntry> MountedArchive::find(std::string const& name) const {
+    Zel::Path path(Zel::File::getDataDir());
+    path.append(name);
+    ArchiveEntry entry;
+    for (std::string const& key : {m_keyPrefix + name, toLowerCase(path.str())}) {
+        if (m_archive.findFile(key, entry.info)) {
+            entry.name = key.substr(m_keyPrefix.size());
+            return entry;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string MountedArchive::read(ArchiveEntry const& entry) {
+    auto const& [name, info] = entry;
+    if (std::uint64_t{info.offset} + info.size > static_cast<std::uint64_t>(m_file.getSize()))
+        throw Zel::FileException_ReadError(name.c_str());
+    std::string content(info.size, '\0');
+    m_file.setPosition(static_cast<int>(info.offset));
+    m_file.read(content.data(), static_cast<int>(info.size));
+    Zel::Archive::decrypt(content.data(), static_cast<int>(info.size));
+    if (Zel::crc32(content.data(), content.size()) != info.crc)
+        throw Zel::FileException_FileCorrupted(name.c_str());
+    return content;
+}
+
+std::uint64_t totalSize(std::vector<ArchiveEntry> const& entries) {
+    return std::accumulate(
+        entries.begin(), entries.end(), std::uint64_t{0},
+        [](std::uint64_t sum, ArchiveEntry const& entry) { return sum + entry.info.size; });
+}
+
+} // namespace zel
