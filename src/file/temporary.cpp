@@ -31,9 +31,11 @@ bool isNumberPattern(std::string const& pattern) {
             ++i;
             continue;
         }
-        i = pattern.find_first_not_of("-+ #0", i + 1);
-        i = pattern.find_first_not_of("0123456789", i);
+        std::size_t const width = pattern.find_first_not_of("-+ #0", i + 1);
+        i = pattern.find_first_not_of("0123456789", width);
         if (i == std::string::npos || std::string("udx").find(pattern[i]) == std::string::npos)
+            return false;
+        if (i - width > 3) // more digits make too long a name, and more than some formatters can bear
             return false;
         ++conversions;
     }

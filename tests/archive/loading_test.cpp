@@ -1,0 +1,210 @@
+#include "support/library_test.h"
+
+#include "archive_writer.h"
+#include "support/host.h"
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::errorOf;
+using test::readThroughLibrary;
+
+class LoadingTest : public test::LibraryTest {
+protected:
+    /// Loads `bytes` as an archive file; the message of what is thrown, or "" when it loads.
+    std::string errorOfLoading(std::string const& bytes) const {
+        writeFile("odd.bva", bytes);
+        try {
+            Zel::Archive const archive("odd.bva");
+            return "";
+        } catch (Zel::Exception const& exception) {
+            EXPECT_TRUE(Zel::Archive::sm_vecArchives.empty()) << "a failed constructor registers nothing";
+            return exception.getError();
+        }
+    }
+};
+
+/// Two entries, "a" and "b\c", with the contents "A" and "BC", written by hand.
+std::string handmadeArchive() {
+    constexpr unsigned char kBytes[] = {
+        44,   0,    0,    0,    36,   0,    0,    0,                            // version, T
+        0x3A, 0x3B, 0x3B, 0x3B, 0x5A,                                           // 1, "a"
+        0x3A, 0x3B, 0x3B, 0x3B, 0x0B, 0x3B, 0x3B, 0x3B, 0xB0, 0xA5, 0xE2, 0xE8, // 1, 48, CRC of "A"
+        0x38, 0x3B, 0x3B, 0x3B, 0x59, 0x67, 0x58,                               // 3, "b\c"
+        0x39, 0x3B, 0x3B, 0x3B, 0x0A, 0x3B, 0x3B, 0x3B, 0x69, 0x14, 0x78, 0x57, // 2, 49, CRC of "BC"
+        0xB9, 0xFE, 0x22, 0x7F,                                                 // CRC of the table
+        0x7A, 0x79, 0x78,                                                       // "A", "BC"
+    };
+    return {reinterpret_cast<char const*>(kBytes), sizeof kBytes};
+}
+
+constexpr char kCorrupt[] = "Archive \"odd.bva\" is corrupt";
+constexpr char kReadError[] = "Read error in \"odd.bva\"";
+
+TEST_F(LoadingTest, ReadsTheFormatToTheByte) {
+    writeFile("hand.bva", handmadeArchive());
+    Zel::Archive const archive("hand.bva");
+    Zel::Archive::FileInfo info;
+    ASSERT_TRUE(archive.findFile(key("b\\c"), info));
+    EXPECT_EQ(info.size, 2u);
+    EXPECT_EQ(info.offset, 49u);
+    // Relative names lead to the data directory when loading, and from the current one when reading.
+    Zel::Archive const mounted(test::libraryPath(path("hand.bva")));
+    EXPECT_EQ(mounted.getFullPath(), test::libraryPath(path("hand.bva")));
+    EXPECT_EQ(readThroughLibrary("A"), "A");
+    EXPECT_EQ(readThroughLibrary("b/C"), "BC");
+}
+
+TEST_F(LoadingTest, AVersionOtherThan44IsNamed) {
+    std::string bytes = handmadeArchive();
+    for (int version : {43, 45, 0, 300}) {
+        bytes[0] = static_cast<char>(version);
+        bytes[1] = static_cast<char>(version >> 8);
+        EXPECT_EQ(errorOfLoading(bytes),
+                  "Archive \"odd.bva\" has invalid version " + std::to_string(version) + " (expected 44)");
+    }
+    bytes[3] = '\x80';
+    EXPECT_EQ(errorOfLoading(bytes), "Archive \"odd.bva\" has invalid version -2147483348 (expected 44)");
+}
+
+TEST_F(LoadingTest, AnyFlippedBitOfTheTableOrItsChecksumIsFound) {
+    std::string const sound = handmadeArchive();
+    for (std::size_t bit = 8 * 8; bit < 48 * 8; ++bit) {
+        std::string damaged = sound;
+        damaged[bit / 8] ^= static_cast<char>(1 << bit % 8);
+        EXPECT_EQ(errorOfLoading(damaged), kCorrupt) << bit;
+    }
+}
+
+TEST_F(LoadingTest, AFileShorterThanItsHeaderSaysIsAReadError) {
+    std::string const whole = handmadeArchive();
+    for (std::size_t length = 0; length < 48; ++length)
+        EXPECT_EQ(errorOfLoading(whole.substr(0, length)), kReadError) << length;
+    EXPECT_EQ(errorOfLoading(whole.substr(0, 48)), "") << "the entries are not read when loading";
+
+    std::string longTable = whole;
+    longTable[7] = 0x7F; // nearly 2 GiB: refused before memory is taken
+    EXPECT_EQ(errorOfLoading(longTable), kReadError);
+    longTable[7] = '\x80';
+    EXPECT_EQ(errorOfLoading(longTable), kCorrupt) << "no file is that long";
+}
+
+TEST_F(LoadingTest, TablesThatContradictThemselvesAreCorrupt) {
+    EXPECT_EQ(errorOfLoading(zel::archiveHead({})), kCorrupt) << "an empty table";
+    EXPECT_EQ(errorOfLoading(zel::archiveHead({{"a", 0, 29, 0}})), kCorrupt) << "an empty entry";
+    EXPECT_EQ(errorOfLoading(zel::archiveHead({{"a", 1, 29, 0}})), "");
+    EXPECT_EQ(errorOfLoading(zel::archiveHead({{"", 1, 29, 0}})), "") << "a name may be empty";
+
+    // A table of `length` bytes with a right checksum, all of it one record that begins with `nameLength`.
+    auto const oneRecord = [](std::uint32_t nameLength, std::size_t length) {
+        std::string head = zel::archiveHead({{std::string(length - 16, 'n'), 1, 1, 1}});
+        std::string table = head.substr(8, length);
+        Zel::Archive::decrypt(table.data(), static_cast<int>(length));
+        for (std::size_t i = 0; i < 4; ++i)
+            table[i] = static_cast<char>(nameLength >> 8 * i);
+        auto crc = static_cast<std::uint32_t>(Zel::crc32(table.data(), table.size()));
+        std::string checksum;
+        for (int i = 0; i < 4; ++i)
+            checksum += static_cast<char>(crc >> 8 * i);
+        Zel::Archive::decrypt(table.data(), static_cast<int>(length));
+        Zel::Archive::decrypt(checksum.data(), 4);
+        return head.substr(0, 8) + table + checksum;
+    };
+    EXPECT_EQ(errorOfLoading(oneRecord(4, 20)), "");
+    for (std::uint32_t nameLength : {5u, 20u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFF0u, 0xFFFFFFFFu})
+        EXPECT_EQ(errorOfLoading(oneRecord(nameLength, 20)), kCorrupt) << nameLength;
+    EXPECT_EQ(errorOfLoading(oneRecord(3, 20)), kCorrupt) << "one byte of a record is left over";
+}
+
+TEST_F(LoadingTest, TheFirstRecordOfANameStays) {
+    Zel::Archive const archive(
+        packArchive("a.bva", {{"twice", "first"}, {"once", "x"}, {"twice", "second"}}));
+    EXPECT_EQ(readThroughLibrary("twice"), "first");
+}
+
+TEST_F(LoadingTest, SettingAnotherFileMergesAndTheEarlierEntriesStay) {
+    Zel::Archive archive(packArchive("one.bva", {{"a", "one"}, {"b", "one"}}));
+    std::string const two = packArchive("two.bva", {{"b", "longer"}, {"c", "two"}});
+    Zel::Archive::FileInfo before;
+    ASSERT_TRUE(archive.findFile(key("b"), before));
+    archive.setFileName(two);
+    Zel::Archive::FileInfo after;
+    ASSERT_TRUE(archive.findFile(key("b"), after));
+    EXPECT_EQ(after.size, before.size);
+    EXPECT_EQ(after.accessed, 1u) << "with its flag";
+    EXPECT_TRUE(archive.hasFile(key("a")));
+    EXPECT_TRUE(archive.hasFile(key("c")));
+    EXPECT_EQ(archive.getFullPath(), two);
+    EXPECT_EQ(readThroughLibrary("c"), "two");
+}
+
+TEST_F(LoadingTest, AFailedFileNameIsKeptWithTheOldEntries) {
+    std::string const one = packArchive("one.bva", {{"a", "one"}});
+    Zel::Archive archive(one);
+    EXPECT_THROW(archive.setFileName("missing.bva"), Zel::FileException_OpenFailed);
+    EXPECT_EQ(archive.getFullPath(), one) << "not yet determined when opening failed";
+
+    writeFile("bad.bva", handmadeArchive().substr(0, 20));
+    std::string const bad = test::libraryPath(path("bad.bva"));
+    EXPECT_EQ(errorOf<Zel::FileException_ReadError>([&] { archive.setFileName(bad); }),
+              "Read error in \"" + bad + "\"");
+    EXPECT_EQ(archive.getFullPath(), bad);
+    EXPECT_TRUE(archive.hasFile(key("a")));
+
+    Zel::Archive unnamed;
+    EXPECT_EQ(Zel::Archive::getArchiveCount(), 1);
+    EXPECT_THROW(unnamed.setFileName("missing.bva"), Zel::FileException_OpenFailed);
+    EXPECT_EQ(Zel::Archive::getArchiveCount(), 2) << "the new name counts, although nothing was loaded";
+}
+
+TEST_F(LoadingTest, KeysAreTheFoldedDataDirectoryAndTheStoredName) {
+    fs::create_directory(path("sub"));
+    std::string const name = packArchive("a.bva", {{"Upper", "x"}, {"with/slash", "x"}, {"plain", "x"}});
+    Zel::File::setDataDir("SUB");
+    Zel::Archive const archive(name);
+    EXPECT_TRUE(archive.hasFile(key("sub\\plain")));
+    EXPECT_TRUE(archive.hasFile(key("sub\\Upper")));
+    EXPECT_TRUE(archive.hasFile(key("sub\\with/slash")));
+    EXPECT_EQ(readThroughLibrary("plain"), "x");
+    EXPECT_THROW(readThroughLibrary("Upper"), Zel::FileException_OpenFailed) << "no File asks in capitals";
+    EXPECT_THROW(readThroughLibrary("with/slash"), Zel::FileException_OpenFailed);
+}
+
+TEST_F(LoadingTest, AnArchiveInAnArchiveLoadsButItsEntriesNeedTheDisk) {
+    packArchive("inner.bva", {{"deep", "x"}});
+    std::string const outer = packArchive("outer.bva", {{"inner.bva", readFile("inner.bva")}});
+    fs::remove(path("inner.bva"));
+    Zel::Archive const outerArchive(outer);
+    Zel::Archive const innerArchive("inner.bva");
+    EXPECT_TRUE(innerArchive.hasFile(key("deep")));
+    EXPECT_THROW(readThroughLibrary("deep"), Zel::FileException_OpenFailed);
+}
+
+TEST_F(LoadingTest, ScramblingTwiceRestoresAndNoLengthChangesNothing) {
+    std::string text = "\x3B plain text";
+    std::string const before = text;
+    for (int length : {0, -5, std::numeric_limits<int>::min()})
+        Zel::Archive::decrypt(text.data(), length);
+    EXPECT_EQ(text, before);
+    Zel::Archive::decrypt(text.data(), 3);
+    EXPECT_EQ(text.substr(0, 4), std::string("\0\x1BKl", 4));
+    Zel::Archive::decrypt(text.data(), 3);
+    EXPECT_EQ(text, before);
+}
+
+TEST_F(LoadingTest, AHundredThousandEntriesLoadAndAreServed) {
+    constexpr int kCount = 100'000;
+    test::Entries entries;
+    for (int i = 0; i < kCount; ++i) {
+        std::string const digits = std::to_string(1'000'000 + i).substr(1);
+        entries.emplace_back("dir" + digits.substr(0, 3) + "\\file" + digits + ".bin", digits);
+    }
+    Zel::Archive const archive(packArchive("large.bva", entries));
+    EXPECT_EQ(readThroughLibrary("DIR000/FILE000000.BIN"), "000000");
+    EXPECT_EQ(readThroughLibrary("DIR099/FILE099999.BIN"), "099999");
+    EXPECT_THROW(readThroughLibrary("dir050/file099999.bin"), Zel::FileException_OpenFailed);
+}
+
+} // namespace

@@ -1,0 +1,221 @@
+// Opening and writing. Reading is in stream_test.cpp.
+
+#include "support/host.h"
+#include "support/library_test.h"
+
+#include "archive_writer.h"
+
+#include <cstdint>
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::errorOf;
+using test::readThroughLibrary;
+
+class FileTest : public test::LibraryTest {
+protected:
+    /// Writes an archive whose table says of one entry whatever the record says.
+    std::string archiveWithRecord(zel::ArchiveRecord const& record) const {
+        writeFile("odd.bva", zel::archiveHead({record}) + "four");
+        return test::libraryPath(path("odd.bva"));
+    }
+};
+
+TEST_F(FileTest, ADefaultFileIsClosedAndEmpty) {
+    Zel::File file;
+    EXPECT_EQ(file.getFilename(), "");
+    EXPECT_EQ(file.getMode(), Zel::File::READ);
+    EXPECT_EQ(file.getSize(), 0);
+    EXPECT_TRUE(file.endReached());
+    char byte = 0;
+    EXPECT_THROW(file.read(&byte, 1), Zel::FileException_ReadError);
+    EXPECT_THROW(file.write(&byte, 1), Zel::FileException_WriteError);
+    EXPECT_THROW(file.setPosition(0), Zel::FileException_SeekError);
+    file.flush();
+}
+
+TEST_F(FileTest, SpellingDoesNotMatter) {
+    writeFile("ui/menu.txt", "loose");
+    Zel::Archive const archive(packArchive("a.bva", {{"models\\cube.obj", "packed"}}));
+    for (char const* name : {"ui/menu.txt", "UI\\Menu.TXT", "x/../ui/./menu.txt", "ui/menu.txt/"})
+        EXPECT_EQ(readThroughLibrary(name), "loose") << name;
+    for (char const* name : {"models/cube.obj", "Models\\CUBE.obj", "models\\..\\MODELS/cube.obj"})
+        EXPECT_EQ(readThroughLibrary(name), "packed") << name;
+    EXPECT_EQ(readThroughLibrary(test::libraryPath(path("ui/menu.txt"))), "loose");
+}
+
+TEST_F(FileTest, TheNewestArchiveWinsOverTheOlderAndTheDisk) {
+    writeFile("a", "loose a");
+    writeFile("b", "loose b");
+    writeFile("c", "loose c");
+    Zel::Archive const older(packArchive("old.bva", {{"a", "old a"}, {"b", "old b"}}));
+    Zel::Archive const newer(packArchive("new.bva", {{"b", "new b"}}));
+    EXPECT_EQ(readThroughLibrary("a"), "old a");
+    EXPECT_EQ(readThroughLibrary("b"), "new b");
+    EXPECT_EQ(readThroughLibrary("c"), "loose c") << "archive-only, on by default, is not asked";
+}
+
+TEST_F(FileTest, AnArchiveThatCannotBeOpenedLeavesItToTheDisk) {
+    writeFile("a", "loose");
+    Zel::Archive const older(packArchive("old.bva", {{"a", "old"}}));
+    Zel::Archive const newer(packArchive("new.bva", {{"a", "new"}, {"b", "new"}}));
+    fs::remove(path("new.bva"));
+    EXPECT_EQ(readThroughLibrary("a"), "loose");
+    EXPECT_THROW(readThroughLibrary("b"), Zel::FileException_OpenFailed);
+}
+
+TEST_F(FileTest, AnyFlippedBitOfAnEntryIsFoundWhenItIsOpened) {
+    std::string const name = packArchive("a.bva", {{"a", "12345678"}});
+    Zel::Archive const archive(name);
+    std::string const sound = readFile("a.bva");
+    for (std::size_t bit = 0; bit < 64; ++bit) {
+        std::string damaged = sound;
+        damaged[sound.size() - 8 + bit / 8] ^= static_cast<char>(1 << bit % 8);
+        writeFile("a.bva", damaged);
+        EXPECT_EQ(errorOf<Zel::FileException_FileCorrupted>([] { Zel::File("A", Zel::File::READ); }),
+                  "File \"A\" is corrupted");
+    }
+    writeFile("a.bva", sound);
+    EXPECT_EQ(readThroughLibrary("a"), "12345678");
+}
+
+TEST_F(FileTest, AnEntryOutsideItsArchiveIsAReadOrSeekError) {
+    struct {
+        std::uint32_t size, offset;
+        char const* error;
+    } const cases[] = {
+        {5, 29, "Read error in \"a\""},
+        {1, 4096, "Read error in \"a\""},
+        {0x7FFFFFFF, 29, "Read error in \"a\""},
+        {0x7FFFFFFF, 0x7FFFFFFF, "Read error in \"a\""},
+        {0xFFFFFFFF, 29, "Read error in \"a\""},
+        {0x80000000, 0, "Read error in \"a\""},
+        {1, 0x80000000, "Seek error in \"a\""},
+        {1, 0xFFFFFFFF, "Seek error in \"a\""},
+        {0xFFFFFFFF, 0xFFFFFFFF, "Seek error in \"a\""},
+    };
+    for (auto const& [size, offset, error] : cases) {
+        Zel::Archive const archive(archiveWithRecord({"a", size, offset, 0}));
+        std::string const found = errorOf<Zel::FileException>([] { Zel::File("a", Zel::File::READ); });
+        EXPECT_EQ(found, error) << size << " at " << offset;
+    }
+}
+
+TEST_F(FileTest, WhatCannotBeOpenedIsNamedAsGiven) {
+    fs::create_directory(path("folder"));
+    writeFile("plain", "x");
+    struct {
+        std::string name;
+        Zel::File::Mode mode;
+    } const cases[] = {
+        {"Missing/File.txt", Zel::File::READ},
+        {"Missing/File.txt", Zel::File::WRITE},
+        {"folder", Zel::File::READ},
+        {"folder", Zel::File::WRITE},
+        {"folder", Zel::File::WRITE_TEXT},
+        {"plain/x", Zel::File::READ},
+        {"plain/x", Zel::File::WRITE},
+        {"plain", static_cast<Zel::File::Mode>(4)},
+        {"plain", static_cast<Zel::File::Mode>(-1)},
+        {"q:\\plain", Zel::File::READ},
+        {"q:\\plain", Zel::File::WRITE},
+        {"", Zel::File::READ},
+    };
+    for (auto const& [name, mode] : cases) {
+        EXPECT_EQ(errorOf<Zel::FileException_OpenFailed>([&] { Zel::File(name, mode); }),
+                  "Failed to open file \"" + name + "\"")
+            << mode;
+    }
+    EXPECT_EQ(
+        errorOf<Zel::FileException_DirectoryNotFound>([] { Zel::File("q:/a/../../../x/", Zel::File::READ); }),
+        "Directory \"q:\\a\\..\\..\\..\\x\" not found");
+}
+
+TEST_F(FileTest, ANameWithAZeroByteOpensNothing) {
+    writeFile("plain", "x");
+    std::string const name("plain\0tail", 10);
+    Zel::Archive const archive(packArchive("a.bva", {{name, "hidden"}}));
+    for (auto mode : {Zel::File::READ, Zel::File::WRITE, Zel::File::WRITE_TEXT})
+        EXPECT_THROW(Zel::File(name, mode), Zel::FileException_OpenFailed);
+    EXPECT_FALSE(Zel::File::exists(name));
+    EXPECT_EQ(readFile("plain"), "x");
+}
+
+TEST_F(FileTest, AnEmptyLooseFileIsAtItsEndAtOnce) {
+    writeFile("empty", "");
+    Zel::File file("empty", Zel::File::READ);
+    EXPECT_EQ(file.getSize(), 0);
+    EXPECT_TRUE(file.endReached());
+}
+
+TEST_F(FileTest, ALooseFilePast31BitsCannotBeOpened) {
+    std::ofstream(path("large"), std::ios::binary).put('x');
+    fs::resize_file(path("large"), 0x7FFFFFFF); // takes no space: the file has a hole
+    EXPECT_EQ(Zel::File("large", Zel::File::READ).getSize(), 0x7FFFFFFF);
+    fs::resize_file(path("large"), 0x80000000);
+    EXPECT_THROW(Zel::File("large", Zel::File::READ), Zel::FileException_OpenFailed);
+}
+
+TEST_F(FileTest, SizeGrowsByEveryWrite) {
+    Zel::File file("out.bin", Zel::File::WRITE);
+    EXPECT_EQ(file.getSize(), 0);
+    file.write("123456", 6);
+    EXPECT_EQ(file.getSize(), 6);
+    EXPECT_EQ(file.getPosition(), 6);
+    file.setPosition(1);
+    file.write("xy", 2);
+    EXPECT_EQ(file.getSize(), 8) << "overwriting counts too";
+    EXPECT_EQ(file.getPosition(), 3);
+    file.write("", 0);
+    EXPECT_THROW(file.write("x", -1), Zel::FileException_WriteError);
+    file.flush();
+    EXPECT_EQ(readFile("out.bin"), "1xy456");
+    char byte = 0;
+    file.setPosition(0);
+    EXPECT_THROW(file.read(&byte, 1), Zel::FileException_ReadError) << "open for writing alone";
+}
+
+TEST_F(FileTest, WritingEmptiesALooseFileAndNeverTouchesAnArchive) {
+    writeFile("a", "a long text");
+    Zel::Archive const archive(packArchive("a.bva", {{"a", "packed"}, {"b", "packed"}}));
+    std::string const before = readFile("a.bva");
+    {
+        Zel::File("A", Zel::File::WRITE).write("new", 3);
+        Zel::File("B", Zel::File::WRITE).write("new", 3);
+    }
+    EXPECT_EQ(readFile("a"), "new");
+    EXPECT_EQ(readFile("b"), "new") << "created under the folded name";
+    EXPECT_EQ(readFile("a.bva"), before);
+    EXPECT_EQ(readThroughLibrary("a"), "packed");
+    test::LogCapture const log;
+    archive.dumpUnaccessedFiles();
+    EXPECT_NE(log.text().find(key("b")), std::string::npos) << "writing is no access";
+}
+
+TEST_F(FileTest, WriteTextUsesThePlatformsLineEnds) {
+    { Zel::File("out.txt", Zel::File::WRITE_TEXT).write("a\nb\n", 4); }
+    std::ofstream(path("expected.txt")) << "a\nb\n";
+    EXPECT_EQ(readFile("out.txt"), readFile("expected.txt"));
+}
+
+TEST_F(FileTest, AssignmentTakesOverTheStreamAndLeavesTheOldOneOpen) {
+    writeFile("a", "aa");
+    writeFile("b", "bb");
+    int const before = test::openDescriptors();
+    alignas(Zel::File) std::byte storage[sizeof(Zel::File)];
+    auto* const source = new (storage) Zel::File("b", Zel::File::READ); // not destroyed: the target closes it
+    // Kept aside so that the stream that the assignment abandons can be closed after all.
+    Zel::File* const abandoned = new Zel::File("a", Zel::File::READ);
+    {
+        Zel::File target(*abandoned);
+        target = *source;
+        EXPECT_EQ(target.getFilename(), "b");
+        EXPECT_EQ(test::openDescriptors(), before + 2) << "the target's first stream stays open";
+    }
+    EXPECT_EQ(test::openDescriptors(), before + 1);
+    delete abandoned;
+}
+
+} // namespace

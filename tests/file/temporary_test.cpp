@@ -1,0 +1,91 @@
+#include "support/host.h"
+#include "support/library_test.h"
+
+#include <cstdio>
+#include <gmock/gmock.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Zel::File;
+
+class TemporaryTest : public test::LibraryTest {
+protected:
+    TemporaryTest() { removeTemporaryRoot(); }
+    ~TemporaryTest() override { removeTemporaryRoot(); }
+
+    static fs::path temporaryRoot() { return test::commonDataFolder() / "Brisvane" / "temp"; }
+    static void removeTemporaryRoot() { fs::remove_all(temporaryRoot()); }
+};
+
+TEST_F(TemporaryTest, TemporaryDirectoriesAreNewEmptyAndRecorded) {
+    std::string const first = File::getTmpDir();
+    std::string const second = File::getTmpDir();
+    EXPECT_NE(first, second);
+    EXPECT_THAT(File::sm_extractedFiles, testing::ElementsAre(first, second));
+    std::string const name = first.substr(first.find("\\Brisvane\\temp\\"));
+    unsigned time[2], counter[2];
+    int length = 0;
+    std::sscanf(name.c_str(), "\\Brisvane\\temp\\tmp_1_%u_%u_%u_%u\\%n", &time[0], &time[1], &counter[0],
+                &counter[1], &length);
+    EXPECT_EQ(static_cast<std::size_t>(length), name.size()) << name;
+    int count = 0;
+    for (auto const& entry : fs::directory_iterator(temporaryRoot())) {
+        ++count;
+        EXPECT_TRUE(fs::is_empty(entry.path()));
+        EXPECT_TRUE(test::isPrivate(entry.path()));
+    }
+    EXPECT_EQ(count, 2);
+    // The path is one that the library's own files can use.
+    { File(first + "made.txt", File::WRITE).write("x", 1); }
+    EXPECT_EQ(test::readThroughLibrary(first + "made.txt"), "x");
+}
+
+TEST_F(TemporaryTest, NumberedDirectoriesTakeTheFirstFreeNumberUpTo50) {
+    File::setUniquePathNames(0);
+    fs::create_directories(temporaryRoot() / "tmp_1");
+    std::string const second = File::getTmpDir();
+    EXPECT_TRUE(second.ends_with("\\Brisvane\\temp\\tmp_2\\")) << second;
+    for (int number = 3; number <= 50; ++number)
+        EXPECT_TRUE(File::getTmpDir().ends_with("\\tmp_" + std::to_string(number) + "\\"));
+    EXPECT_EQ(File::getTmpDir(), "");
+    EXPECT_EQ(File::sm_extractedFiles.size(), 49u) << "a failure records nothing";
+}
+
+TEST_F(TemporaryTest, TempNamesTakeTheFirstFreeNumber) {
+    fs::current_path(path("."));
+    struct {
+        char const* pattern;
+        char const* existing;
+        char const* expected;
+    } const cases[] = {
+        {"new%u.txt", "", "new0.txt"}, {"a%u.txt", "a0.txt", "a1.txt"},
+        {"b%03d", "b000", "b001"},     {"100%%_%x", "100%_0", "100%_1"},
+        {"c%-3d|", "", "c0  |"},       {"free.txt", "", "free.txt"},
+        {"100%%", "", "100%"},
+    };
+    for (auto const& [pattern, existing, expected] : cases) {
+        if (*existing != '\0')
+            writeFile(existing, "x");
+        EXPECT_EQ(File::getTempName(pattern), expected);
+    }
+    for (int number = 0; number < 12; ++number)
+        writeFile("many" + std::to_string(number), "x");
+    EXPECT_EQ(File::getTempName("many%u"), "many12");
+}
+
+TEST_F(TemporaryTest, PatternsThatGiveNoNameOfTheirOwnAreRefused) {
+    fs::current_path(path("."));
+    writeFile("taken", "x");
+    std::string const longest(259, 'x');
+    EXPECT_EQ(File::getTempName(longest), longest);
+    for (std::string const& pattern :
+         {std::string("taken"), std::string("%s"), std::string("%u%u"), std::string("%"), std::string("50%"),
+          std::string("%n"), std::string("%lu"), std::string("%.3u"), std::string("%*u"), std::string("%i"),
+          std::string("%300u"), std::string("%99999999999u"), longest + "x", longest + "%u"}) {
+        EXPECT_EQ(test::errorOf<Zel::FileException_GetTempNameFailed>([&] { File::getTempName(pattern); }),
+                  "Failed to find temporary filename with pattern \"" + pattern + "\"");
+    }
+}
+
+} // namespace

@@ -1,0 +1,133 @@
+// What only a POSIX host has: names that differ in case alone, the drive z:, pipes, modes.
+
+#include "support/host.h"
+#include "support/library_test.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::readThroughLibrary;
+using Zel::File;
+
+using PosixTest = test::LibraryTest;
+
+TEST_F(PosixTest, TheExactNameComesBeforeTheFirstInByteOrder) {
+    writeFile("Dir/File.TXT", "File.TXT");
+    writeFile("Dir/FILE.txt", "FILE.txt");
+    EXPECT_EQ(readThroughLibrary("dir/file.txt"), "FILE.txt") << "'I' comes before 'i'";
+    writeFile("Dir/file.txt", "file.txt");
+    EXPECT_EQ(readThroughLibrary("DIR/FILE.TXT"), "file.txt") << "folded, and then exact";
+    writeFile("dir/other", "x");
+    EXPECT_THROW(readThroughLibrary("dir/file.txt"), Zel::FileException_OpenFailed)
+        << "the exact directory is the one, even where another holds the file";
+}
+
+TEST_F(PosixTest, AFileThatIsThereIsWrittenWhateverItsCase) {
+    writeFile("Dir/File.TXT", "old");
+    { File("DIR/FILE.txt", File::WRITE).write("new", 3); }
+    EXPECT_EQ(readFile("Dir/File.TXT"), "new");
+    { File("DIR/Another.TXT", File::WRITE).write("x", 1); }
+    EXPECT_EQ(readFile("Dir/another.txt"), "x") << "a new one gets the folded name in the directory found";
+    EXPECT_EQ(std::distance(fs::directory_iterator(path("Dir")), fs::directory_iterator()), 2);
+}
+
+TEST_F(PosixTest, OnlyTheDriveZExists) {
+    writeFile("file", "x");
+    std::string const full = test::libraryPath(path("file"));
+    File::setArchiveOnly(0);
+    EXPECT_TRUE(File::exists(full));
+    EXPECT_TRUE(File::exists("Z" + full.substr(1)));
+    EXPECT_TRUE(File::exists("z:/"));
+    EXPECT_FALSE(File::exists("c" + full.substr(1)));
+    EXPECT_FALSE(File::exists("zz" + full.substr(1)));
+    EXPECT_FALSE(File::exists("\\\\server" + full.substr(2)));
+    File::sm_datadir = Zel::Path();
+    EXPECT_FALSE(File::exists("file"));
+    fs::current_path(path("."));
+    EXPECT_TRUE(File::exists("file")) << "without a data directory, below the working directory";
+}
+
+TEST_F(PosixTest, AWorkingDirectoryOfMoreThan260CharactersCannotBeTold) {
+    std::string const scratch =
+        test::libraryPath(path("x")).substr(0, test::libraryPath(path("x")).size() - 1);
+    std::string const longest(260 - scratch.size(), 'd');
+    fs::create_directories(path(longest) / "e");
+    fs::current_path(path(longest));
+    EXPECT_EQ(File::getCurrentDir(), scratch + longest + "\\");
+    fs::current_path("e");
+    EXPECT_EQ(test::errorOf<Zel::FileException_GetCurrentDirFailed>([] { File::getCurrentDir(); }),
+              "Failed to determine current directory");
+    fs::current_path("/");
+    EXPECT_EQ(File::getCurrentDir(), "z:\\");
+}
+
+TEST_F(PosixTest, AWorkingDirectoryThatIsGoneCannotBeTold) {
+    fs::create_directory(path("gone"));
+    fs::current_path(path("gone"));
+    fs::remove(path("gone"));
+    EXPECT_THROW(File::getCurrentDir(), Zel::FileException_GetCurrentDirFailed);
+    EXPECT_THROW(Zel::Archive(), Zel::FileException_GetCurrentDirFailed);
+    EXPECT_THROW(Zel::Zel_Init(), Zel::FileException_GetCurrentDirFailed);
+    EXPECT_EQ(Zel::Zel_Init::m_count, 0);
+    EXPECT_EQ(Zel::g_Archive, nullptr);
+}
+
+TEST_F(PosixTest, APipeWithoutAWriterHoldsNobodyUp) {
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    EXPECT_TRUE(File("pipe", File::READ).endReached());
+}
+
+TEST_F(PosixTest, AFullDiskIsAWriteErrorAtTheLatestWhenFlushed) {
+    if (!fs::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full here";
+    File file("z:/dev/full", File::WRITE);
+    file.write("x", 1); // still in the stream's buffer
+    EXPECT_EQ(test::errorOf<Zel::FileException_WriteError>([&] { file.flush(); }),
+              "Write error in \"z:/dev/full\"");
+    std::string const large(1 << 20, 'x');
+    EXPECT_THROW(file.write(large.data(), 1 << 20), Zel::FileException_WriteError);
+}
+
+TEST_F(PosixTest, ADirectoryThatCannotBeEnteredHoldsNothing) {
+    writeFile("closed/file", "x");
+    fs::permissions(path("closed"), fs::perms::none);
+    uid_t const user = geteuid();
+    ASSERT_EQ(seteuid(user == 0 ? 65534 : user), 0); // root enters every directory: be somebody else
+    EXPECT_THROW(readThroughLibrary("closed/file"), Zel::FileException_OpenFailed);
+    EXPECT_THROW(File("closed/new", File::WRITE), Zel::FileException_OpenFailed);
+    EXPECT_EQ(test::errorOf<Zel::FileException_DirectoryNotFound>(
+                  [this] { File::setCurrentDir(test::libraryPath(path("closed"))); }),
+              "Directory \"" + test::libraryPath(path("closed")) + "\" not found");
+    ASSERT_EQ(seteuid(user), 0);
+    fs::permissions(path("closed"), fs::perms::owner_all);
+}
+
+TEST_F(PosixTest, TheCommonDataFolderFollowsTheEnvironment) {
+    std::string const chosen = std::getenv("ZEL_COMMON_DATA");
+    struct {
+        char const* variable;
+        char const* value;
+        char const* expected;
+    } const cases[] = {
+        {"ZEL_COMMON_DATA", "Common//data/", "Common/data/Brisvane/temp"},
+        {"XDG_STATE_HOME", "state", "state/Brisvane/temp"},
+        {"HOME", "home", "home/.local/state/Brisvane/temp"},
+    };
+    for (auto const& [variable, value, expected] : cases) {
+        unsetenv("ZEL_COMMON_DATA");
+        unsetenv("XDG_STATE_HOME");
+        setenv(variable, path(value).c_str(), 1);
+        if (geteuid() == 0 && std::string(variable) != "ZEL_COMMON_DATA")
+            continue; // root's folder is /var/lib, which a test does not touch
+        std::string const directory = File::getTmpDir();
+        EXPECT_TRUE(directory.starts_with(test::libraryPath(path(expected)))) << directory;
+        EXPECT_TRUE(test::isPrivate(path(expected)));
+    }
+    setenv("ZEL_COMMON_DATA", chosen.c_str(), 1);
+}
+
+} // namespace

@@ -1,0 +1,27 @@
+#include "support/host.h"
+
+#include <cstdlib>
+#include <io.h>
+
+namespace test {
+
+namespace fs = std::filesystem;
+
+void chooseCommonDataFolder(fs::path const& /*directory*/) {} // the shell's own: Wine's prefix is private
+
+fs::path commonDataFolder() { return std::getenv("ProgramData"); }
+
+std::string computerName() { return std::getenv("COMPUTERNAME"); }
+
+int openDescriptors() {
+    int count = 0;
+    for (int descriptor = 0; descriptor < 512; ++descriptor)
+        count += _get_osfhandle(descriptor) != -1 ? 1 : 0;
+    return count;
+}
+
+bool isPrivate(fs::path const& /*directory*/) { return true; }
+
+std::string libraryPath(fs::path const& path) { return fs::absolute(path).make_preferred().string(); }
+
+} // namespace test

@@ -1,0 +1,189 @@
+// The program's commands, run in this process.
+
+#include "commands.h"
+#include "support/host.h"
+#include "support/library_test.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+class ZelTest : public test::LibraryTest {
+protected:
+    ZelTest() { fs::current_path(path(".")); }
+
+    int zel(std::vector<std::string> const& arguments) {
+        m_out.str("");
+        m_err.str("");
+        Zel::File::sm_datadir = Zel::Path();
+        return zel::run(arguments, {m_out, m_err});
+    }
+
+    std::string out() const { return m_out.str(); }
+    std::string err() const { return m_err.str(); }
+
+    void writeTree() const {
+        writeFile("tree/Readme.TXT", "hello");
+        writeFile("tree/Sub/Data.bin", std::string("\0\n\r\x1A\xFF", 5));
+    }
+
+private:
+    std::ostringstream m_out;
+    std::ostringstream m_err;
+};
+
+TEST_F(ZelTest, PacksListsVerifiesAndShows) {
+    writeTree();
+    EXPECT_EQ(zel({"pack", "tree", "Out.bva"}), 0) << err();
+    EXPECT_EQ(out(),
+              "packed 2 files into Out.bva, " + std::to_string(fs::file_size(path("Out.bva"))) + " bytes\n");
+
+    EXPECT_EQ(zel({"list", "Out.bva"}), 0);
+    EXPECT_EQ(out(), "      size  crc32     name\n"
+                     "         5  3610a686  readme.txt\n"
+                     "         5  3c68917c  sub\\data.bin\n"
+                     "2 entries, 10 bytes\n");
+    EXPECT_EQ(zel({"verify", (path("Out.bva")).string()}), 0);
+    EXPECT_THAT(out(), HasSubstr("2 entries, 10 bytes, all intact"));
+
+    EXPECT_EQ(zel({"cat", "Out.bva", "SUB/./data.BIN"}), 0);
+    EXPECT_EQ(out(), readFile("tree/Sub/Data.bin"));
+    EXPECT_EQ(zel({"cat", "Out.bva", "nothing"}), 3);
+    EXPECT_EQ(err(), "zel: Out.bva has no entry nothing\n");
+}
+
+TEST_F(ZelTest, ListAndVerifyAnswerInJson) {
+    packArchive("a.bva", {{"a\xFF", "hello"}, {"b", "x"}});
+    EXPECT_EQ(zel({"list", "--json", "a.bva"}), 0);
+    auto const list = nlohmann::json::parse(out());
+    EXPECT_EQ(list["count"], 2);
+    EXPECT_EQ(list["bytes"], 6);
+    EXPECT_EQ(list["entries"][0]["name"], "a\xEF\xBF\xBD");
+    EXPECT_EQ(list["entries"][0]["crc32"], 0x3610A686u);
+
+    std::string bytes = readFile("a.bva");
+    bytes.back() ^= 1;
+    writeFile("a.bva", bytes);
+    EXPECT_EQ(zel({"verify", "--json", "a.bva"}), 1);
+    auto const verified = nlohmann::json::parse(out());
+    EXPECT_EQ(verified["intact"], false);
+    EXPECT_EQ(verified["damaged"].size(), 1u);
+    EXPECT_EQ(verified["damaged"][0]["name"], "b");
+}
+
+TEST_F(ZelTest, AnyFlippedBitIsFoundAndItsEntryNamed) {
+    packArchive("a.bva", {{"first", "11"}, {"Second", "22"}});
+    std::string const sound = readFile("a.bva");
+    for (std::size_t bit = 0; bit < sound.size() * 8; ++bit) {
+        std::string damaged = sound;
+        damaged[bit / 8] ^= static_cast<char>(1 << bit % 8);
+        writeFile("a.bva", damaged);
+        EXPECT_EQ(zel({"verify", "a.bva"}), 1) << bit;
+        std::size_t const fromEnd = sound.size() - bit / 8;
+        std::string const named = fromEnd <= 2 ? "\"Second\"" : fromEnd <= 4 ? "\"first\"" : "\"a.bva\"";
+        EXPECT_THAT(err(), HasSubstr(named)) << bit;
+    }
+    writeFile("a.bva", sound.substr(0, sound.size() - 1));
+    EXPECT_EQ(zel({"verify", "a.bva"}), 1);
+    EXPECT_EQ(err(), "zel: a.bva: Read error in \"Second\"\n");
+    EXPECT_EQ(zel({"cat", "a.bva", "Second"}), 1);
+    EXPECT_EQ(out(), "");
+    EXPECT_EQ(zel({"cat", "a.bva", "first"}), 0) << "what is sound can still be had";
+}
+
+TEST_F(ZelTest, PackNamesEverythingItRefusesAndWritesNothing) {
+    writeTree();
+    writeFile("tree/empty", "");
+    writeFile("tree/Sub/empty.too", "");
+    EXPECT_EQ(zel({"pack", "tree", "out.bva"}), 1);
+    EXPECT_THAT(err(), HasSubstr("empty is empty"));
+    EXPECT_THAT(err(), HasSubstr("empty.too is empty"));
+    EXPECT_FALSE(fs::exists(path("out.bva")));
+    EXPECT_EQ(zel({"pack", "--skip-empty", "tree", "out.bva"}), 0);
+    EXPECT_THAT(err(), HasSubstr("empty.too is empty"));
+    EXPECT_EQ(zel({"list", "out.bva"}), 0);
+    EXPECT_THAT(out(), HasSubstr("2 entries"));
+
+    fs::create_directory(path("none"));
+    EXPECT_EQ(zel({"pack", "none", "none.bva"}), 1);
+    EXPECT_THAT(err(), HasSubstr("holds no file to pack"));
+
+    fs::create_directory(path("huge"));
+    writeFile("huge/a", "x");
+    fs::resize_file(path("huge/a"), 0x7FFFFFFF);
+    EXPECT_EQ(zel({"pack", "huge", "huge.bva"}), 1);
+    EXPECT_THAT(err(), HasSubstr("more than 2 GiB"));
+    fs::remove(path("huge/a"));
+}
+
+TEST_F(ZelTest, PackLeavesTheArchiveItselfOut) {
+    writeTree();
+    EXPECT_EQ(zel({"pack", "tree", "tree/all.bva"}), 0);
+    std::string const first = readFile("tree/all.bva");
+    EXPECT_EQ(zel({"pack", "tree", "tree/all.bva"}), 0);
+    EXPECT_THAT(err(), HasSubstr("is the archive itself"));
+    EXPECT_EQ(readFile("tree/all.bva"), first) << "the same tree gives the same bytes";
+}
+
+TEST_F(ZelTest, AFailedPackKeepsTheOlderArchiveAndLeavesNothingElse) {
+    writeTree();
+    fs::create_directory(path("taken.bva"));
+    EXPECT_EQ(zel({"pack", "tree", "taken.bva"}), 3);
+    EXPECT_EQ(zel({"pack", "tree", "no/such/directory.bva"}), 3);
+    EXPECT_THAT(err(), HasSubstr("zel: cannot write no/such/directory.bva: "));
+    EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2)
+        << "no temporary file";
+}
+
+TEST_F(ZelTest, WhatGoesWrongHasItsExitCode) {
+    writeFile("bad.bva", "no archive at all");
+    packArchive("good.bva", {{"a", "x"}});
+    struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        char const* message;
+    } const cases[] = {
+        {{"list", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n"},
+        {{"verify", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n"},
+        {{"list", "bad.bva"}, 1, "zel: Archive \"bad.bva\" has invalid version 1629515630 (expected 44)\n"},
+        {{"verify", "bad.bva"}, 1, "zel: bad.bva: Archive \"bad.bva\" has invalid version 1629515630"},
+        {{"pack", "missing", "out.bva"}, 3, "zel: missing is no directory\n"},
+        {{}, 2, "zel: "},
+        {{"paint"}, 2, "zel: "},
+        {{"list"}, 2, "ARCHIVE is required"},
+        {{"list", "good.bva", "--unknown"}, 2, "--unknown"},
+    };
+    for (auto const& [arguments, exitCode, message] : cases) {
+        EXPECT_EQ(zel(arguments), exitCode) << message;
+        EXPECT_THAT(err(), HasSubstr(message));
+        EXPECT_EQ(err().substr(0, 5), "zel: ");
+    }
+    EXPECT_EQ(zel({"--version"}), 0);
+    EXPECT_EQ(out(), "zel 1.0.0\n");
+    EXPECT_EQ(zel({"pack", "--help"}), 0);
+    EXPECT_THAT(out(), HasSubstr("--skip-empty"));
+}
+
+TEST_F(ZelTest, OutputThatCannotBeWrittenIsAFailure) {
+    packArchive("good.bva", {{"a", "x"}});
+    std::ostringstream out, err;
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(zel::run({"list", "good.bva"}, {out, err}), 3);
+    EXPECT_EQ(err.str(), "zel: cannot write the output\n");
+}
+
+TEST_F(ZelTest, AProgressBarIsDrawnForAWatcherAndWipedAway) {
+    packArchive("good.bva", {{"a", "x"}});
+    std::ostringstream terminal;
+    std::ostringstream out, err;
+    EXPECT_EQ(zel::run({"verify", "good.bva"}, {out, err, &terminal}), 0);
+    EXPECT_THAT(terminal.str(), HasSubstr("\rverifying [########################################] 100%"));
+    EXPECT_EQ(terminal.str().back(), '\r');
+}
+
+} // namespace
