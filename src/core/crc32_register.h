@@ -16,7 +16,7 @@ public:
         auto const* bytes = static_cast<unsigned char const*>(data);
         std::uint32_t value = m_register;
         for (std::size_t i = 0; i < length; ++i)
-            value = kTable[(value ^ bytes[i]) & 0xFFu] ^ (value >> 8);
+            value = kTable[(value ^ bytes[i]) & 0xFFU] ^ (value >> 8);
         m_register = value;
     }
 
@@ -29,7 +29,7 @@ private:
         for (std::uint32_t i = 0; i < 256; ++i) {
             std::uint32_t entry = i;
             for (int bit = 0; bit < 8; ++bit)
-                entry = (entry >> 1) ^ ((entry & 1u) != 0 ? kReflectedPolynomial : 0);
+                entry = (entry >> 1) ^ ((entry & 1U) != 0 ? kReflectedPolynomial : 0);
             table[i] = entry;
         }
         return table;

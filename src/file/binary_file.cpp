@@ -23,7 +23,7 @@ unsigned long BinaryFile::swapLong(unsigned long value) const {
     auto const bits = static_cast<std::uint32_t>(value); // on disk a long has 4 bytes on every platform
     if (m_byteOrder == BYTEORDER_NATIVE)
         return bits;
-    return bits >> 24 | (bits >> 8 & 0xFF00u) | (bits << 8 & 0xFF0000u) | bits << 24;
+    return bits >> 24 | (bits >> 8 & 0xFF00U) | (bits << 8 & 0xFF0000U) | bits << 24;
 }
 
 float BinaryFile::swapFloat(float value) const {

@@ -15,6 +15,8 @@ namespace {
 
 constexpr std::int32_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
 
+constexpr std::size_t kPieceSize = 16384;
+
 /// The sum as 32 bits hold it. A position or size that wraps round names no place in any file: what is done
 /// with it next fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
@@ -101,7 +103,7 @@ void File::openLoose(std::string const& path) {
 
 /// Reads the whole entry once, in pieces that stay in the processor's first cache.
 void File::checkEntry(std::uint32_t expectedCrc) {
-    std::array<unsigned char, 16 * 1024> piece;
+    std::array<unsigned char, kPieceSize> piece;
     Crc32Register crc;
     setPosition(0);
     while (!endReached()) {

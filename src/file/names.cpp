@@ -46,7 +46,7 @@ std::string File::stripExtension(std::string const& name) { return name.substr(0
 
 std::string File::getExtension(std::string const& name) {
     constexpr std::size_t kComponentLimit = 255; // the limit of each part that a path is split into
-    std::string const text = name.c_str();       // a name ends at its first zero byte
+    std::string const text = name.substr(0, name.find('\0')); // a name ends at its first zero byte
     std::size_t const driveEnd = text.size() > 1 && text[1] == ':' ? 2 : 0;
     std::size_t const lastSeparator = text.find_last_of("/\\");
     std::size_t const stemStart = lastSeparator == std::string::npos ? driveEnd : lastSeparator + 1;

@@ -21,11 +21,11 @@ std::string environment(char const* name) {
 
 /// The machine-wide data folder of the host; empty when nothing tells it.
 std::string commonDataRoot() {
-    if (std::string const chosen = environment("ZEL_COMMON_DATA"); !chosen.empty())
+    if (std::string chosen = environment("ZEL_COMMON_DATA"); !chosen.empty())
         return chosen;
     if (geteuid() == 0)
         return "/var/lib";
-    if (std::string const state = environment("XDG_STATE_HOME"); !state.empty())
+    if (std::string state = environment("XDG_STATE_HOME"); !state.empty())
         return state;
     std::string const home = environment("HOME");
     return home.empty() ? "" : home + "/.local/state";
