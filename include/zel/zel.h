@@ -7,5 +7,6 @@
 #include <zel/exception.h>
 #include <zel/file.h>
 #include <zel/init.h>
+#include <zel/script.h>
 #include <zel/vector.h>
 #include <zel/verbose.h>

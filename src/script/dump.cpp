@@ -1,0 +1,46 @@
+// The dump of a script's blocks to the verbose log.
+
+#include "script/tree.h"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+#include <zel/verbose.h>
+
+namespace Zel {
+namespace {
+
+template <class Block>
+void dumpHead(Block const& block, std::size_t depth) {
+    std::string const indent(2 * depth, ' ');
+    verbose("%s[%s]\n", indent.c_str(), block.name.c_str());
+    for (auto const* variable = block.firstVariable; variable != nullptr; variable = variable->next)
+        verbose("%s%s = %s (type %d)\n", indent.c_str(), std::string(variable->name()).c_str(),
+                std::string(variable->text()).c_str(), static_cast<int>(variable->type()));
+}
+
+} // namespace
+
+/// Walks on a stack of its own: blocks may be nested deeper than calls.
+void Script::dump() {
+    struct Visit {
+        Block const* block;
+        std::size_t nextChild = 0;
+    };
+    std::vector<Visit> visits{{&current()}};
+    for (;;) {
+        Visit& visit = visits.back();
+        if (visit.nextChild < visit.block->children.size()) {
+            Block const* const child = visit.block->children[visit.nextChild++];
+            dumpHead(*child, visits.size() - 1);
+            visits.push_back({child});
+        } else {
+            visits.pop_back();
+            if (visits.empty())
+                return;
+            std::printf("\n"); // Meant: to standard output, whatever the settings of the log.
+        }
+    }
+}
+
+} // namespace Zel

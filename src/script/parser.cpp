@@ -1,0 +1,218 @@
+#include "script/parser.h"
+
+#include "script/characters.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Zel {
+
+Script::Parser::Parser(std::string const& fileName)
+    : m_fileName(fileName), m_source(fileName), m_tree(std::make_shared<Tree>()) {}
+
+std::shared_ptr<Script::Tree const> Script::Parser::parse() {
+    m_tree->blocks.push_back({"ROOT", nullptr, {}});
+    while (auto const character = peekCharacter()) {
+        if (*character == '[')
+            parseTopLevelBlock();
+        else if (isBlank(*character))
+            m_source.advance();
+        else
+            throwSyntaxError();
+    }
+    if (m_braceCount != 0)
+        throw ScriptException_BracketCountMismatch(m_fileName.c_str(), "{ }");
+    return m_tree;
+}
+
+/// The next character that is no line break: those never count, not even inside quotes.
+std::optional<char> Script::Parser::peekCharacter() {
+    std::optional<char> character = m_source.peek();
+    while (character && (*character == '\r' || *character == '\n')) {
+        m_source.advance();
+        character = m_source.peek();
+    }
+    return character;
+}
+
+char Script::Parser::readCharacter() {
+    auto const character = peekCharacter();
+    if (!character)
+        throw ScriptException_UnexpectedEndOfFile(m_source.getFileName().c_str());
+    m_source.advance();
+    return *character;
+}
+
+void Script::Parser::throwSyntaxError() const {
+    throw ScriptException_SyntaxError(m_source.getFileName().c_str(), m_source.getLine());
+}
+
+void Script::Parser::parseTopLevelBlock() {
+    openBlock(m_tree->blocks.front());
+    while (!m_levels.empty()) {
+        if (auto const character = peekCharacter())
+            handleCharacter(*character);
+        else if (m_levels.back().expectingName)
+            m_levels.pop_back();
+        else // inside an assignment, or before the closing brace
+            throw ScriptException_UnexpectedEndOfFile(m_source.getFileName().c_str());
+    }
+}
+
+void Script::Parser::openBlock(Block& parent) {
+    m_tree->blocks.push_back({readHeader(), &parent, {}});
+    parent.children.push_back(&m_tree->blocks.back());
+    m_levels.emplace_back(m_tree->blocks.back());
+}
+
+/// The name between brackets; no blanks are allowed there.
+std::string Script::Parser::readHeader() {
+    readCharacter(); // the bracket that the caller has seen
+    std::string name;
+    for (char character = readCharacter(); character != ']'; character = readCharacter()) {
+        if (!isWordCharacter(character))
+            throwSyntaxError();
+        name += character;
+    }
+    return name;
+}
+
+void Script::Parser::handleCharacter(char character) {
+    bool const mayEndBlock = (character == '[' || character == '}') && !m_inQuotes;
+    if (!mayEndBlock) // these two may have to be left for the enclosing block
+        m_source.advance();
+
+    if (character == '"')
+        handleQuote();
+    else if (isWordCharacter(character) || m_inQuotes)
+        handleWordCharacter(character);
+    else
+        handlePunctuation(character);
+}
+
+/// Meant: the quote that begins a value stays as its first character and marks it as a string; every other
+/// quote only switches quoting.
+void Script::Parser::handleQuote() {
+    if (!m_inValue)
+        throwSyntaxError();
+    m_inQuotes = !m_inQuotes;
+    if (m_inQuotes && m_value.empty())
+        m_value += '"';
+}
+
+void Script::Parser::handleWordCharacter(char character) {
+    if (m_levels.back().expectingName)
+        m_levels.back().name += character;
+    else
+        appendToValue(character);
+}
+
+void Script::Parser::handlePunctuation(char character) {
+    switch (character) {
+    case '.':
+    case ',':
+    case '(':
+    case ')':
+    case '-':
+    case ']':
+        return appendToValue(character);
+    case '=':
+        return beginValue();
+    case ';':
+        return endAssignment();
+    case '[':
+        return handleOpeningBracket();
+    case '{':
+        return openBrace();
+    case '}':
+        return closeBrace();
+    case ' ':
+    case '\t':
+        return; // blanks vanish from names and values
+    default:
+        throwSyntaxError();
+    }
+}
+
+void Script::Parser::appendToValue(char character) {
+    if (!m_inValue)
+        throwSyntaxError();
+    m_value += character;
+}
+
+void Script::Parser::beginValue() {
+    if (!m_levels.back().expectingName)
+        throwSyntaxError();
+    m_levels.back().expectingName = false;
+    m_inValue = true;
+    m_value.clear();
+}
+
+void Script::Parser::endAssignment() {
+    Level& level = m_levels.back();
+    if (!m_inValue || level.name.empty() || m_value.empty())
+        throwSyntaxError();
+    addVariable(*level.block, level.name);
+    level.expectingName = true;
+    level.name.clear();
+    m_inValue = false;
+}
+
+/// Of an interval, a child block, or the next block beside this one.
+void Script::Parser::handleOpeningBracket() {
+    if (m_inValue) {
+        m_source.advance();
+        m_value += '[';
+    } else if (m_levels.back().hasBraces) {
+        openBlock(*m_levels.back().block);
+    } else {
+        m_levels.pop_back(); // the bracket is left to the enclosing level
+    }
+}
+
+/// Meant: from here on no name is expected, so a block's own variables stand before its brace.
+void Script::Parser::openBrace() {
+    ++m_braceCount;
+    m_levels.back().hasBraces = true;
+    m_levels.back().expectingName = false;
+}
+
+void Script::Parser::closeBrace() {
+    if (m_levels.back().hasBraces) {
+        --m_braceCount;
+        m_source.advance();
+    } // else the brace is left to the enclosing level
+    m_levels.pop_back();
+    m_inValue = false; // Meant: an assignment that a brace cuts off is dropped.
+}
+
+void Script::Parser::addVariable(Block& block, std::string const& name) {
+    bool const isString = m_value.starts_with('"');
+    ScriptValue const value = typedValue(name);
+    Variable& variable = newVariable(name, isString ? std::string() : m_value, value);
+    (block.lastVariable != nullptr ? block.lastVariable->next : block.firstVariable) = &variable;
+    block.lastVariable = &variable;
+}
+
+ScriptValue Script::Parser::typedValue(std::string const& name) {
+    if (m_value.starts_with('"'))
+        return &m_tree->strings.emplace_back(decodeEscapes(std::string_view(m_value).substr(1)));
+    auto const value = parseValue(m_value);
+    if (!value)
+        throwSyntaxError();
+    auto const* const interval = std::get_if<IntervalTemplate<float>>(&*value);
+    if (interval != nullptr && interval->min > interval->max)
+        throw ScriptException_InvalidInterval(m_source.getFileName().c_str(), m_source.getLine(),
+                                              name.c_str());
+    return *value;
+}
+
+Script::Variable& Script::Parser::newVariable(std::string const& name, std::string const& text,
+                                              ScriptValue const& value) {
+    auto* const characters = static_cast<char*>(m_tree->characters.allocate(name.size() + text.size(), 1));
+    std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), characters));
+    return m_tree->variables.emplace_back(Variable{characters, static_cast<std::uint32_t>(name.size()),
+                                                   static_cast<std::uint32_t>(text.size()), nullptr, value});
+}
+
+} // namespace Zel

@@ -1,0 +1,325 @@
+#include "script/preprocessor.h"
+
+#include "file/names.h"
+#include "script/characters.h"
+
+#include <utility>
+#include <zel/file.h>
+#include <zel/script.h>
+
+namespace Zel {
+namespace {
+
+constexpr int kEnd = -1; // what reading past the end of a file gives
+constexpr std::size_t kNoIncluder = static_cast<std::size_t>(-1);
+
+int lineOf(std::uint64_t line) { return static_cast<int>(line); }
+
+/// The words of a directive's line: what blanks and tabs part.
+std::vector<std::string> splitWords(std::string const& text) {
+    std::vector<std::string> words;
+    for (std::size_t begin = text.find_first_not_of(" \t"); begin != std::string::npos;) {
+        std::size_t const end = text.find_first_of(" \t", begin);
+        words.push_back(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(" \t", end);
+    }
+    return words;
+}
+
+std::string readWhole(std::string const& name) {
+    File file(name, File::READ_TEXT);
+    std::string text(static_cast<std::size_t>(file.getSize()), '\0');
+    file.read(text.data(), file.getSize());
+    return text;
+}
+
+} // namespace
+
+ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName) {
+    pushFile(fileName, kNoIncluder);
+    m_output.reserve(m_frames.back().text.size() * 5 / 4); // room for most line markers
+    run();
+}
+
+// Reading sources.
+
+void ScriptPreprocessor::pushFile(std::string const& name, std::size_t includer) {
+    std::string text = readWhole(name);
+    m_inclusions.push_back({fileNumber(name), includer});
+    m_frames.push_back({name, std::move(text), 0, 1, m_inclusions.size() - 1});
+}
+
+std::size_t ScriptPreprocessor::fileNumber(std::string const& name) {
+    return m_fileNumbers.emplace(resolveName(name), m_fileNumbers.size()).first->second;
+}
+
+/// The byte at that distance in the file being read, never looking into the file that included it.
+int ScriptPreprocessor::peekSource(std::size_t offset) const {
+    if (m_frames.empty())
+        return kEnd;
+    SourceFrame const& frame = m_frames.back();
+    if (offset >= frame.text.size() - frame.position)
+        return kEnd;
+    auto const byte = static_cast<unsigned char>(frame.text[frame.position + offset]);
+    if (byte >= 0x80 && byte != 0xAE)
+        throw ScriptPreprocessorException_InvalidCharacter(byte, frame.name.c_str(), lineOf(frame.line));
+    return byte;
+}
+
+void ScriptPreprocessor::popFinishedFrames() {
+    while (!m_frames.empty() && m_frames.back().position >= m_frames.back().text.size())
+        m_frames.pop_back();
+}
+
+/// Meant: at the end of an included file this steps over the next character of the including one. Whatever
+/// reads past the end of a file (a directive, a line comment, a string literal) costs that character.
+void ScriptPreprocessor::advanceSource() {
+    popFinishedFrames();
+    if (m_frames.empty())
+        return;
+    SourceFrame& frame = m_frames.back();
+    if (frame.text[frame.position] == '\n')
+        ++frame.line;
+    ++frame.position;
+}
+
+int ScriptPreprocessor::readSource() {
+    int const value = peekSource(0);
+    advanceSource();
+    return value;
+}
+
+ScriptPreprocessor::Place ScriptPreprocessor::place() const {
+    SourceFrame const& frame = m_frames.back();
+    return {frame.name, frame.line, frame.inclusion};
+}
+
+ScriptPreprocessor::Place ScriptPreprocessor::placeOr(Place const& fallback) const {
+    return m_frames.empty() ? fallback : place();
+}
+
+// Expanding.
+
+void ScriptPreprocessor::run() {
+    for (;;) {
+        int value = peekSource(0);
+        if (value == kEnd) {
+            popFinishedFrames();
+            value = peekSource(0);
+        }
+        if (value == kEnd)
+            return;
+
+        auto const character = static_cast<char>(value);
+        if (character == '"')
+            copyStringLiteral();
+        else if (character == '/' && peekSource(1) == '/')
+            skipLineComment();
+        else if (character == '/' && peekSource(1) == '*')
+            skipBlockComment();
+        else if (character == '#')
+            handleDirective();
+        else if (isLetter(character) || character == '_')
+            expandIdentifier();
+        else if (character == '\r')
+            advanceSource();
+        else
+            emit(readSource());
+    }
+}
+
+/// Nothing is interpreted up to the next quote, which a backslash does not protect.
+void ScriptPreprocessor::copyStringLiteral() {
+    Place const start = place();
+    emit(readSource());
+    int value = 0;
+    do {
+        value = readSource();
+        if (value == kEnd && m_frames.empty())
+            throw ScriptException_UnexpectedEndOfFile(start.name.c_str());
+        // Meant: the byte is taken as signed, so 0xAE, allowed as it is, vanishes from literals.
+        emit(static_cast<signed char>(value));
+    } while (value != '"');
+}
+
+/// The line feed stays.
+void ScriptPreprocessor::skipLineComment() {
+    int value = 0;
+    do {
+        value = readSource();
+    } while (value != '\n' && value != kEnd);
+    emit(value);
+}
+
+/// Comments nest. Meant: the character behind the outermost end is read and lost.
+void ScriptPreprocessor::skipBlockComment() {
+    Place const start = place();
+    advanceSource();
+    advanceSource();
+    int value = readSource();
+    for (int depth = 1; depth > 0;) {
+        int const previous = std::exchange(value, readSource());
+        if (previous == '/' && value == '*') {
+            ++depth;
+        } else if (previous == '*' && value == '/') {
+            value = readSource();
+            --depth;
+        }
+        if (depth > 0 && value == kEnd)
+            throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), start.name.c_str());
+    }
+}
+
+/// Macros replace whole words, once: the replacement is not looked through again.
+void ScriptPreprocessor::expandIdentifier() {
+    SourceFrame& frame = m_frames.back();
+    std::size_t const begin = frame.position;
+    do {
+        ++frame.position;
+    } while (frame.position < frame.text.size() && isWordCharacter(frame.text[frame.position]));
+    std::string_view const word = std::string_view(frame.text).substr(begin, frame.position - begin);
+    auto const macro = m_macros.find(word);
+    emitString(macro != m_macros.end() ? std::string_view(macro->second) : word);
+}
+
+// Directives.
+
+void ScriptPreprocessor::handleDirective() {
+    Place const start = place();
+    advanceSource();
+    while (peekSource(0) == ' ' || peekSource(0) == '\t' || peekSource(0) == '\0')
+        advanceSource();
+    std::string text;
+    for (int value = readSource(); value != '\n' && value != kEnd; value = readSource()) {
+        if (value != '\r')
+            text += static_cast<char>(value);
+    }
+
+    std::string const keyword = text.substr(0, text.find_first_of(" \t"));
+    std::vector<std::string> const words = splitWords(text);
+    if (keyword == "include")
+        include(words, start);
+    else if (keyword == "define")
+        define(words, start);
+    else if (keyword == "undef")
+        undefine(words, start);
+    else
+        throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), placeOr(start).name.c_str(),
+                                                           lineOf(placeOr(start).line));
+}
+
+namespace {
+
+/// The word behind the keyword and so many more; all must be there.
+void requireWords(std::vector<std::string> const& words, std::size_t count, std::string const& fileName,
+                  int line) {
+    if (words.size() < count)
+        throw ScriptPreprocessorException_MissingArgument(words.front().c_str(), fileName.c_str(), line);
+}
+
+} // namespace
+
+/// The included file is read whole before the rest of this one: it becomes the frame being read.
+void ScriptPreprocessor::include(std::vector<std::string> const& words, Place const& start) {
+    Place const here = placeOr(start);
+    requireWords(words, 2, here.name, lineOf(here.line));
+    std::string name = words[1];
+    if (name.starts_with('"'))
+        name.erase(0, 1);
+    if (name.ends_with('"'))
+        name.pop_back();
+    refuseLoop(name, start);
+    pushFile(name, start.inclusion);
+}
+
+/// A file that is included while it is being read would be read for ever: nothing can make it end otherwise.
+void ScriptPreprocessor::refuseLoop(std::string const& name, Place const& start) {
+    std::size_t const file = fileNumber(name);
+    for (std::size_t i = start.inclusion; i != kNoIncluder; i = m_inclusions[i].includer) {
+        if (m_inclusions[i].file == file)
+            throw ScriptPreprocessorException_IncludeLoop(name.c_str(), placeOr(start).name.c_str(),
+                                                          lineOf(placeOr(start).line));
+    }
+}
+
+/// The replacement is one word; what follows it is ignored.
+void ScriptPreprocessor::define(std::vector<std::string> const& words, Place const& start) {
+    Place const here = placeOr(start);
+    requireWords(words, 3, here.name, lineOf(here.line));
+    if (!m_macros.emplace(words[1], words[2]).second)
+        throw ScriptPreprocessorException_AlreadyDefined(words[1].c_str(), here.name.c_str(),
+                                                         lineOf(here.line));
+}
+
+void ScriptPreprocessor::undefine(std::vector<std::string> const& words, Place const& start) {
+    Place const here = placeOr(start);
+    requireWords(words, 2, here.name, lineOf(here.line));
+    m_macros.erase(words[1]);
+}
+
+// Writing the stream, and reading it back.
+
+void ScriptPreprocessor::emit(int value) {
+    if (value < 0)
+        return; // the end mark, and what a literal takes for negative
+    emitPlace();
+    m_output += static_cast<char>(value);
+    if (value == 0)
+        m_output += kMarker;
+}
+
+void ScriptPreprocessor::emitString(std::string_view text) {
+    for (char character : text)
+        emit(static_cast<unsigned char>(character));
+}
+
+/// Announces the file and the line of the next character, where they have changed.
+void ScriptPreprocessor::emitPlace() {
+    SourceFrame const& frame = m_frames.back();
+    if (frame.inclusion != m_lastEmittedInclusion && frame.name != m_lastEmittedName) {
+        m_output += {kMarker, 'F'};
+        appendNumber(frame.name.size());
+        m_output += frame.name;
+        m_lastEmittedName = frame.name;
+    }
+    m_lastEmittedInclusion = frame.inclusion;
+    if (frame.line != m_lastEmittedLine) {
+        m_output += {kMarker, 'L'};
+        appendNumber(frame.line);
+        m_lastEmittedLine = frame.line;
+    }
+}
+
+void ScriptPreprocessor::appendNumber(std::uint64_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+        m_output += static_cast<char>(static_cast<unsigned char>(value >> shift));
+}
+
+std::uint32_t ScriptPreprocessor::numberAt(std::size_t position) const {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        value = value << 8 | static_cast<unsigned char>(m_output[position + i]);
+    return value;
+}
+
+std::optional<char> ScriptPreprocessor::peekBehindRecords() {
+    while (m_readPosition < m_output.size()) {
+        char const character = m_output[m_readPosition];
+        if (character != kMarker)
+            return character;
+        char const record = m_output[m_readPosition + 1];
+        if (record == kMarker)
+            return kMarker;
+        std::uint32_t const number = numberAt(m_readPosition + 2);
+        m_readPosition += 6;
+        if (record == 'L') {
+            m_currentLine = static_cast<int>(number);
+        } else {
+            m_currentFileName.assign(m_output, m_readPosition, number);
+            m_readPosition += number;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace Zel

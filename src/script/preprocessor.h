@@ -1,0 +1,114 @@
+// Turns a script and all that it includes into one stream of characters, each with the file and line it is
+// from.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zel {
+
+/// The whole expansion happens in the constructor: includes, macros, comments. What it leaves is read
+/// character by character afterwards.
+///
+/// The stream between the two halves is `m_output`. A byte other than 0 is a character; 0 introduces a
+/// record:
+///
+///   0 'F' length(4) name   the following characters are from this file
+///   0 'L' line(4)          ... and on this line
+///   0 0                    one character of value 0
+///
+/// with numbers of 32 bits, the high byte first.
+class ScriptPreprocessor {
+public:
+    /// Throws the preprocessor's exceptions, ScriptException_UnexpectedEndOfFile for a string literal that no
+    /// file closes, and what opening and reading a File throws.
+    explicit ScriptPreprocessor(std::string const& fileName);
+
+    /// Looks at the next character; nothing at the end. getFileName and getLine then tell where it is from.
+    std::optional<char> peek() {
+        if (m_readPosition < m_output.size() && m_output[m_readPosition] != kMarker)
+            return m_output[m_readPosition];
+        return peekBehindRecords();
+    }
+
+    /// Goes past the character that peek has shown.
+    void advance() { m_readPosition += m_output[m_readPosition] == kMarker ? 2 : 1; }
+
+    /// The file, as it was named, and the line of the last character seen; "" and 0 before the first.
+    std::string const& getFileName() const { return m_currentFileName; }
+    int getLine() const { return m_currentLine; }
+
+private:
+    static constexpr char kMarker = '\0';
+
+    /// A file being read. Its name is as it was given.
+    struct SourceFrame {
+        std::string name;
+        std::string text;
+        std::size_t position;
+        std::uint64_t line;
+        std::size_t inclusion; // index into m_inclusions
+    };
+
+    /// Who included whom. These stay when a frame is gone: a file whose last line is an #include has no frame
+    /// any more when the included one is read.
+    struct Inclusion {
+        std::size_t file; // the same number for every spelling of a name
+        std::size_t includer;
+    };
+
+    struct Place {
+        std::string name;
+        std::uint64_t line;
+        std::size_t inclusion;
+    };
+
+    void run();
+    void pushFile(std::string const& name, std::size_t includer);
+    std::size_t fileNumber(std::string const& name);
+    int peekSource(std::size_t offset) const;
+    void popFinishedFrames();
+    void advanceSource();
+    int readSource();
+    Place place() const;
+    Place placeOr(Place const& fallback) const;
+
+    void emit(int value);
+    void emitString(std::string_view text);
+    void emitPlace();
+    void appendNumber(std::uint64_t value);
+
+    void copyStringLiteral();
+    void skipLineComment();
+    void skipBlockComment();
+    void expandIdentifier();
+    void handleDirective();
+    void include(std::vector<std::string> const& words, Place const& start);
+    void refuseLoop(std::string const& name, Place const& start);
+    void define(std::vector<std::string> const& words, Place const& start);
+    void undefine(std::vector<std::string> const& words, Place const& start);
+
+    std::optional<char> peekBehindRecords();
+    std::uint32_t numberAt(std::size_t position) const;
+
+    std::deque<SourceFrame> m_frames; // the last is being read
+    std::vector<Inclusion> m_inclusions;
+    std::map<std::string, std::size_t> m_fileNumbers; // by resolved name
+    std::map<std::string, std::string, std::less<>> m_macros;
+    std::string m_output;
+    std::string m_lastEmittedName;
+    std::size_t m_lastEmittedInclusion = static_cast<std::size_t>(-1);
+    std::uint64_t m_lastEmittedLine = 0;
+
+    std::size_t m_readPosition = 0; // of the next record or character
+    std::string m_currentFileName;
+    int m_currentLine = 0;
+};
+
+} // namespace Zel

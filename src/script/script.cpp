@@ -1,0 +1,158 @@
+// Queries of a parsed script.
+
+#include "core/usage_error.h"
+#include "script/parser.h"
+#include "script/tree.h"
+
+#include <algorithm>
+#include <type_traits>
+#include <zel/script.h>
+
+namespace Zel {
+
+static_assert(std::is_same_v<std::variant_alternative_t<Script::TYPE_INT, ScriptValue>, std::int32_t>);
+static_assert(
+    std::is_same_v<std::variant_alternative_t<Script::TYPE_STRING, ScriptValue>, std::string const*>);
+static_assert(
+    std::is_same_v<std::variant_alternative_t<Script::TYPE_INTERVAL, ScriptValue>, IntervalTemplate<float>>);
+
+Script::Script(std::string const& fileName)
+    : m_fileName(fileName), m_tree(Parser(fileName).parse()), m_current(&m_tree->blocks.front()) {}
+Script::Script(Script const&) = default;
+Script& Script::operator=(Script const&) = default;
+Script::~Script() = default;
+
+std::string const& Script::getFilename() const { return m_fileName; }
+
+// The cursor.
+
+Script::Block const& Script::current() const {
+    if (m_current == nullptr)
+        usageError("Script: no block is locked in %s: ROOT was unlocked", m_fileName.c_str());
+    return *m_current;
+}
+
+void Script::lock(int index) {
+    auto const& children = current().children;
+    if (index < 0 || static_cast<std::size_t>(index) >= children.size())
+        usageError("Script::lock: no block %d among %d", index, getBlockCount());
+    m_current = children[static_cast<std::size_t>(index)];
+}
+
+void Script::lock(std::string const& name) {
+    auto const& children = current().children;
+    auto const child = std::find_if(children.begin(), children.end(),
+                                    [&name](Block const* block) { return block->name == name; });
+    if (child == children.end())
+        throw ScriptException_BlockNotFound(m_fileName.c_str(), name.c_str());
+    m_current = *child;
+}
+
+void Script::unlock() { m_current = current().parent; }
+
+int Script::getBlockCount() const { return static_cast<int>(current().children.size()); }
+
+std::string const& Script::getBlockName() const { return current().name; }
+
+bool Script::hasBlock(std::string const& name) const {
+    auto const& children = current().children;
+    return std::any_of(children.begin(), children.end(),
+                       [&name](Block const* block) { return block->name == name; });
+}
+
+// Variables.
+
+Script::Variable const* Script::find(std::string const& name) const {
+    Variable const* variable = current().firstVariable;
+    while (variable != nullptr && variable->name() != name)
+        variable = variable->next;
+    return variable;
+}
+
+Script::Variable const& Script::checked(Variable const& variable, VarType type) const {
+    if (variable.type() != type)
+        throw ScriptException_TypeMismatch(m_fileName.c_str(), std::string(variable.name()).c_str());
+    return variable;
+}
+
+Script::Variable const& Script::lookup(std::string const& name, VarType type) const {
+    Variable const* const variable = find(name);
+    if (variable == nullptr)
+        throw ScriptException_UndefinedVariable(m_fileName.c_str(), getBlockName().c_str(), name.c_str());
+    return checked(*variable, type);
+}
+
+template <Script::VarType type>
+auto const& Script::value(std::string const& name) const {
+    return std::get<type>(lookup(name, type).value);
+}
+
+template <Script::VarType type, class Value>
+Value const& Script::valueOr(std::string const& name, Value const& defaultValue) const {
+    Variable const* const variable = find(name);
+    return variable != nullptr ? std::get<type>(checked(*variable, type).value) : defaultValue;
+}
+
+bool Script::isDefined(std::string const& name) const { return find(name) != nullptr; }
+
+int Script::getInt(std::string const& name) const { return value<TYPE_INT>(name); }
+
+int Script::getInt(std::string const& name, int defaultValue) const {
+    return valueOr<TYPE_INT>(name, defaultValue);
+}
+
+bool Script::getBool(std::string const& name) const { return value<TYPE_BOOL>(name); }
+
+bool Script::getBool(std::string const& name, bool defaultValue) const {
+    return valueOr<TYPE_BOOL>(name, defaultValue);
+}
+
+std::string const& Script::getString(std::string const& name) const { return *value<TYPE_STRING>(name); }
+
+std::string const& Script::getString(std::string const& name, std::string const& defaultValue) const {
+    return *valueOr<TYPE_STRING>(name, &defaultValue);
+}
+
+float Script::getFloat(std::string const& name) const { return value<TYPE_FLOAT>(name); }
+
+float Script::getFloat(std::string const& name, float defaultValue) const {
+    return valueOr<TYPE_FLOAT>(name, defaultValue);
+}
+
+Vector2Template<float> const& Script::getVector2(std::string const& name) const {
+    return value<TYPE_VECTOR2>(name);
+}
+
+Vector2Template<float> const& Script::getVector2(std::string const& name,
+                                                 Vector2Template<float> const& defaultValue) const {
+    return valueOr<TYPE_VECTOR2>(name, defaultValue);
+}
+
+Vector3Template<float> const& Script::getVector3(std::string const& name) const {
+    return value<TYPE_VECTOR3>(name);
+}
+
+Vector3Template<float> const& Script::getVector3(std::string const& name,
+                                                 Vector3Template<float> const& defaultValue) const {
+    return valueOr<TYPE_VECTOR3>(name, defaultValue);
+}
+
+Vector4Template<float> const& Script::getVector4(std::string const& name) const {
+    return value<TYPE_VECTOR4>(name);
+}
+
+Vector4Template<float> const& Script::getVector4(std::string const& name,
+                                                 Vector4Template<float> const& defaultValue) const {
+    return valueOr<TYPE_VECTOR4>(name, defaultValue);
+}
+
+IntervalTemplate<float> const& Script::getInterval(std::string const& name) const {
+    return value<TYPE_INTERVAL>(name);
+}
+
+IntervalTemplate<float> const& Script::getInterval(std::string const& name,
+                                                   IntervalTemplate<float> const& defaultValue) const {
+    return valueOr<TYPE_INTERVAL>(name, defaultValue);
+}
+
+} // namespace Zel

@@ -1,0 +1,51 @@
+// A parsed script: all blocks and variables, each in one container that owns them. Nothing here is freed
+// recursively, however deep the blocks are nested.
+#pragma once
+
+#include "script/value.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <zel/script.h>
+
+namespace Zel {
+
+/// Kept small, as a script may hold many: the name and the text stand one behind the other.
+struct Script::Variable {
+    char const* characters;
+    std::uint32_t nameLength;
+    std::uint32_t textLength;
+    Variable* next; // of the same block, in order of appearance
+    ScriptValue value;
+
+    std::string_view name() const { return {characters, nameLength}; }
+
+    /// The text of the value without blanks; for a string, the string.
+    std::string_view text() const {
+        if (auto const* string = std::get_if<TYPE_STRING>(&value))
+            return **string;
+        return {characters + nameLength, textLength};
+    }
+    VarType type() const { return static_cast<VarType>(value.index()); }
+};
+
+struct Script::Block {
+    std::string name;
+    Block const* parent;
+    std::vector<Block const*> children; // in order of appearance
+    Variable* firstVariable = nullptr;
+    Variable* lastVariable = nullptr;
+};
+
+struct Script::Tree {
+    std::deque<Block> blocks; // ROOT first, then in the order of their headers
+    std::deque<Variable> variables;
+    std::deque<std::string> strings;
+    std::pmr::monotonic_buffer_resource characters;
+};
+
+} // namespace Zel

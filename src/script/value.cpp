@@ -1,0 +1,102 @@
+#include "script/value.h"
+
+#include "script/characters.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdlib>
+#include <limits>
+
+namespace Zel {
+namespace {
+
+/// As the C library's atoi, but numbers outside 32 bits become the nearest one inside.
+std::int32_t toInt(std::string_view text) {
+    bool const isNegative = text.starts_with('-');
+    std::int64_t value = 0;
+    for (char digit : text.substr(isNegative ? 1 : 0))
+        value = std::min<std::int64_t>(value * 10 + (digit - '0'), std::numeric_limits<std::uint32_t>::max());
+    value = std::clamp<std::int64_t>(isNegative ? -value : value, std::numeric_limits<std::int32_t>::min(),
+                                     std::numeric_limits<std::int32_t>::max());
+    return static_cast<std::int32_t>(value);
+}
+
+/// As the C library's atof in the "C" locale, narrowed to single precision: white space and a sign may lead
+/// the number, and a text without one is 0.
+float toFloat(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-"))
+        text.remove_prefix(1);
+    double value = 0;
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range) // which is told without telling to which side
+        value = std::strtod(std::string(text).c_str(), nullptr);
+    return static_cast<float>(value);
+}
+
+struct Counts {
+    std::ptrdiff_t letters, digits, points, commas;
+};
+
+Counts count(std::string_view text) {
+    return {std::count_if(text.begin(), text.end(), isLetter),
+            std::count_if(text.begin(), text.end(), isDigit), std::count(text.begin(), text.end(), '.'),
+            std::count(text.begin(), text.end(), ',')};
+}
+
+/// The numbers between the brackets of a text, parted by commas.
+std::array<float, 4> components(std::string_view text) {
+    std::string_view rest = text.substr(1, text.size() - 2);
+    std::array<float, 4> numbers{};
+    for (float& number : numbers) {
+        std::size_t const comma = std::min(rest.find(','), rest.size());
+        number = toFloat(rest.substr(0, comma));
+        rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    return numbers;
+}
+
+} // namespace
+
+// The first rule that matches decides. Meant: a text with exactly one point is a float even when it has
+// brackets, so "(1.5,2)" is the float 0. Vectors are written with no point or with two or more.
+std::optional<ScriptValue> parseValue(std::string_view text) {
+    auto const [letters, digits, points, commas] = count(text);
+    auto const length = static_cast<std::ptrdiff_t>(text.size());
+    if (digits == length || (text.starts_with('-') && digits == length - 1))
+        return toInt(text);
+    if (points == 1 && letters == 0)
+        return toFloat(text);
+    if (text == "TRUE" || text == "FALSE")
+        return text == "TRUE";
+    if (text.starts_with('(') && text.ends_with(')') && letters == 0 && commas >= 1 && commas <= 3) {
+        auto const [x, y, z, w] = components(text);
+        if (commas == 1)
+            return Vector2Template<float>(x, y);
+        if (commas == 2)
+            return Vector3Template<float>(x, y, z);
+        return Vector4Template<float>(x, y, z, w);
+    }
+    if (text.starts_with('[') && text.ends_with(']') && letters == 0 && commas == 1) {
+        auto const numbers = components(text);
+        return IntervalTemplate<float>(numbers[0], numbers[1]);
+    }
+    return std::nullopt;
+}
+
+std::string decodeEscapes(std::string_view text) {
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char character = text[i];
+        if (character == '\\' && i + 1 < text.size()) {
+            ++i;
+            character = text[i] == 'n' ? '\n' : '\\';
+        }
+        decoded += character;
+    }
+    return decoded;
+}
+
+} // namespace Zel

@@ -1,0 +1,181 @@
+// Includes, macros, comments and characters, seen through the scripts that they become.
+
+#include "support/script_test.h"
+
+namespace {
+
+class PreprocessorTest : public test::ScriptTest {
+protected:
+    /// The text of the one string variable of a script in whose block `text` stands.
+    std::string stringIn(std::string const& text) const {
+        writeFile("main", "[a]" + text);
+        Zel::Script script("main");
+        script.lock(0);
+        return script.getString("s");
+    }
+};
+
+TEST_F(PreprocessorTest, CommentsVanishAndTakeTheNextCharacterAlong) {
+    std::string const expected = "[a]\nx = 12 (type 0)\n";
+    for (char const* text : {
+             "[a] x = 12; // to the end of the line\n",
+             "[a] x = 12; // to the end of the file",
+             "[a] x = 1/* one */ 2;",
+             "[a] x = 1/* one */X2;", // the character behind the comment is lost, whatever it is
+             "[a] x = 1/* /* nested */ */ 2;",
+             "[a] x = 1/* /* nested *//**/ */ 2;", // the '/' behind the inner end opens nothing
+             "[a] x = 1/* ** // \" */ 2;",
+             "[a] x = 12;/**/",
+             "[a] x = 12; /* a\nb\n*/\n",
+         })
+        EXPECT_EQ(resultOf(text), expected) << text;
+    EXPECT_EQ(resultOf("[a] x = 1/2;"), "Syntax error in file main at line 1") << "a slash alone is itself";
+    EXPECT_EQ(resultOf("[a] x = 12/*c*/; y = 3;"), "Syntax error in file main at line 1")
+        << "the lost ';' joins the two assignments";
+}
+
+TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
+    EXPECT_EQ(stringIn("\n#define X 1\ns = \"X // /* */ # \";"), "X // /* */ # ");
+    EXPECT_EQ(stringIn("s = \"a\\\\\";"), "a\\") << "a backslash protects no quote";
+    EXPECT_EQ(stringIn("s = \"a\r\nb\nc\";"), "abc") << "line breaks are lost";
+    EXPECT_EQ(stringIn(std::string("s = \"a\0b\";", 10)), std::string("a\0b", 3));
+    EXPECT_EQ(stringIn("s = \"a\xAE"
+                       "b\";"),
+              "ab")
+        << "0xAE vanishes from literals";
+    EXPECT_EQ(resultOf("[a]\nx = \xAE;"), "Syntax error in file main at line 2") << "and passes outside them";
+    EXPECT_EQ(resultOf(std::string("[a]\nx\0;", 7)), "Syntax error in file main at line 2");
+}
+
+TEST_F(PreprocessorTest, MacrosReplaceWholeWordsOnce) {
+    std::string const macros = "#define W 7\n  # \t define\tA B\r\n#define B 8 ignored\n#define N (1,2)\n[a]";
+    struct {
+        char const* text;
+        char const* variable;
+    } const cases[] = {
+        {"x = W;", "x = 7 (type 0)"},
+        {"x = 3W;", "x = 37 (type 0)"}, // a word starts where a letter does
+        {"x = 3W4;", "Syntax error in file main at line 5"},
+        {"x = A;", "Syntax error in file main at line 5"}, // B: the replacement is not replaced
+        {"W = 1;", "7 = 1 (type 0)"},
+        {"x = N;", "x = (1,2) (type 4)"},
+        {"\n#undef W\n#define W 9\nx = W;", "x = 9 (type 0)"},
+        {"\n#undef unknown\nx = W;", "x = 7 (type 0)"},
+        {"x = 1 #define Y 5\n; y = Y;", "x = 1 (type 0)\ny = 5 (type 0)"}, // anywhere in a line
+    };
+    for (auto const& [text, variable] : cases) {
+        std::string const tree = resultOf(macros + text);
+        EXPECT_TRUE(tree == variable || tree == "[a]\n" + std::string(variable) + "\n")
+            << text << ": " << tree;
+    }
+    EXPECT_EQ(resultOf("#define H a\n[H]"), "[a]\n");
+}
+
+TEST_F(PreprocessorTest, IncludesAreReadInPlace) {
+    writeFile("inc/Values.script", "x = 1;\n");
+    Zel::Archive const archive(packArchive("a.bva", {{"packed.script", "y = 2;\n"}}));
+    for (char const* directive :
+         {"#include inc/values.script", "#include \"INC\\VALUES.script\"", "#include \"inc/values.script",
+          "#include inc/values.script\" ignored", "#\tinclude\t inc/values.script\r"}) {
+        EXPECT_EQ(resultOf("[a]\n" + std::string(directive) + "\nz = 3;"),
+                  "[a]\nx = 1 (type 0)\nz = 3 (type 0)\n")
+            << directive;
+    }
+    EXPECT_EQ(resultOf("[a]\n#include packed.script\n#include packed.script"),
+              "[a]\ny = 2 (type 0)\ny = 2 (type 0)\n")
+        << "nothing is included once only";
+    EXPECT_EQ(resultOf("[a]\n#include Missing.script\n"), "Failed to open file \"Missing.script\"");
+    EXPECT_EQ(resultOf("#include \"\"\n"), "Failed to open file \"\"");
+    EXPECT_EQ(resultOf("#include inc\n"), "Failed to open file \"inc\"");
+}
+
+// What reads past the end of an included file steps the including one over its next character.
+TEST_F(PreprocessorTest, ReadingPastAnIncludedFileCostsACharacter) {
+    struct {
+        char const* included;
+        char const* expected;
+    } const cases[] = {
+        {"x = 1;", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"},
+        {"x = 1; // comment", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
+        {"x = 1; // comment\n", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"},
+        {"#define Q 1", "[a]\nz = 2 (type 0)\n"},
+        {"x = 1;/**/", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
+        {"x = \"literal", "Unexpected end of file in script inc"},
+    };
+    for (auto const& [included, expected] : cases) {
+        writeFile("inc", included);
+        EXPECT_EQ(resultOf("[a]\n#include inc\nyz = 2;"), expected) << included;
+    }
+    writeFile("inc", "x = \"lit");
+    EXPECT_EQ(resultOf("[a]\n#include inc\nyeral\";"), "[a]\nx = literal (type 2)\n");
+}
+
+TEST_F(PreprocessorTest, EveryFailureNamesItsFileAndLine) {
+    struct {
+        char const* text; // its first line is line 3 of its file
+        char const* error;
+    } const cases[] = {
+        // A directive that ends in a line feed is reported with the line after it.
+        {"#include\n", "Missing argument in preprocessor directive \"#include\" in %s on line 4"},
+        {"#define\n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
+        {"#define X \n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
+        {"#undef\n", "Missing argument in preprocessor directive \"#undef\" in %s on line 4"},
+        {"#\n", "Unknown preprocessor directive \"#\" in %s on line 4"},
+        {"#Include x\n", "Unknown preprocessor directive \"#Include\" in %s on line 4"},
+        {"#define A 1\n#define A 1\n", "Preprocessor macro \"A\" already defined in %s on line 5"},
+        {"/* one\n/* two */", "Comment beginning on line 3 in %s is not terminated"},
+        {"x\xFF", "Invalid character '\xFF' (0xff) in %s on line 3"},
+        {"/* \x80 */", "Invalid character '\x80' (0x80) in %s on line 3"},
+        {"#define \x81\n", "Invalid character '\x81' (0x81) in %s on line 3"},
+        {"\"\n\xE4\"", "Invalid character '\xE4' (0xe4) in %s on line 4"},
+        {"[a] x = 1; }", "Syntax error in file %s at line 3"},
+        {"[a] x = 1;\ny = ;", "Syntax error in file %s at line 4"},
+        {"[a]\nx = [2,1];", "Interval x has an invalid range in file %s at line 4"},
+        {"[a] x = 1", "Unexpected end of file in script %s"},
+        {"[a", "Unexpected end of file in script %s"},
+        {"[a] x = \"", "Unexpected end of file in script %s"},
+    };
+    for (auto const& [text, error] : cases) {
+        auto const errorIn = [error = std::string(error)](std::string const& file) {
+            std::string result = error;
+            return result.replace(result.find("%s"), 2, file);
+        };
+        EXPECT_EQ(resultOf("\n\n" + std::string(text)), errorIn("main")) << text;
+        writeFile("dir/inc", "\n\n" + std::string(text));
+        EXPECT_EQ(resultOf("\n// more\n#include Dir/Inc\n"), errorIn("Dir/Inc")) << text;
+    }
+    writeFile("inc", "// fine\n");
+    EXPECT_EQ(resultOf("[a]\n#include inc\n\nx = ;"), "Syntax error in file main at line 4")
+        << "and back again";
+}
+
+TEST_F(PreprocessorTest, ADirectiveOnALastLineNamesTheFileItStandsIn) {
+    EXPECT_EQ(resultOf("\n\n#nothing"), "Unknown preprocessor directive \"#nothing\" in main on line 3");
+    EXPECT_EQ(resultOf("#define A 1\n#define A 2"),
+              "Preprocessor macro \"A\" already defined in main on line 2");
+    EXPECT_EQ(resultOf("#include"),
+              "Missing argument in preprocessor directive \"#include\" in main on line 1");
+}
+
+TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefused) {
+    EXPECT_EQ(resultOf("\n#include Main\n"), "File Main includes itself without end in main on line 3");
+    EXPECT_EQ(resultOf("\n#include x/../MAIN"),
+              "File x/../MAIN includes itself without end in main on line 2")
+        << "also when the including file is read to its end";
+    writeFile("one", "#include two");
+    writeFile("two", "// comment\n#include one");
+    EXPECT_EQ(resultOf("#include one"), "File one includes itself without end in two on line 2");
+    EXPECT_EQ(resultOf("#include one\n[a]"), "File one includes itself without end in main on line 2")
+        << "reading past the end of both has led back to the first file";
+}
+
+TEST_F(PreprocessorTest, DeepIncludesEnd) {
+    constexpr int kDepth = 10'000;
+    for (int i = 0; i < kDepth; ++i) {
+        std::string const next = i + 1 < kDepth ? "#include d/" + std::to_string(i + 1) + "\n" : "";
+        writeFile("d/" + std::to_string(i), next + (i == 0 ? "[a]" : "") + "\n");
+    }
+    EXPECT_EQ(resultOf("#include d/0\n[b"), "Unexpected end of file in script main");
+}
+
+} // namespace

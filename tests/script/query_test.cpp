@@ -1,0 +1,127 @@
+#include "support/script_test.h"
+
+#include <optional>
+
+namespace {
+
+using Zel::Script;
+
+class QueryTest : public test::ScriptTest {
+protected:
+    Script parse(std::string const& text) const {
+        writeFile("main", text);
+        return Script("Main");
+    }
+};
+
+TEST_F(QueryTest, TheCursorStartsAtRootAndSeesOneLevel) {
+    Script script = parse("[a] x = 1; { [b] y = 2; } [a] x = 3;");
+    EXPECT_EQ(script.getFilename(), "Main");
+    EXPECT_EQ(script.getBlockName(), "ROOT");
+    EXPECT_EQ(script.getBlockCount(), 2);
+    EXPECT_TRUE(script.hasBlock("a"));
+    EXPECT_FALSE(script.hasBlock("b"));
+    script.lock("a");
+    EXPECT_EQ(script.getInt("x"), 1) << "the first block of that name";
+    script.lock("b");
+    EXPECT_FALSE(script.isDefined("x")) << "a parent's variable";
+    EXPECT_EQ(script.getInt("y"), 2);
+    EXPECT_EQ(script.getBlockCount(), 0);
+    script.unlock();
+    script.unlock();
+    script.lock(1);
+    EXPECT_EQ(script.getInt("x"), 3);
+    EXPECT_EQ(test::errorOf<Zel::ScriptException_BlockNotFound>([&] { script.lock("A"); }),
+              "Block A not found in Main");
+    EXPECT_EQ(script.getInt("x"), 3) << "the cursor has stayed";
+}
+
+TEST_F(QueryTest, TypesAreNeverConverted) {
+    Script script = parse("[a] i = 1; i = 2; b = TRUE; s = \"t\"; f = 0.5; v2 = (1,2); v3 = (1,2,3);"
+                          "v4 = (1,2,3,4); n = [1,2];");
+    EXPECT_EQ(test::errorOf<Zel::ScriptException_UndefinedVariable>([&] { script.getInt("i"); }),
+              "Undefined variable i in Main in block ROOT");
+    script.lock("a");
+    EXPECT_EQ(script.getInt("i"), 1) << "the first of that name";
+    EXPECT_EQ(test::errorOf<Zel::ScriptException_TypeMismatch>([&] { script.getFloat("i"); }),
+              "Variable i type mismatch in Main");
+    EXPECT_EQ(test::errorOf<Zel::ScriptException_UndefinedVariable>([&] { script.getString("none"); }),
+              "Undefined variable none in Main in block a");
+
+    // Every getter finds its own type, refuses all others, and takes its default when there is none.
+    int accepted = 0, refused = 0;
+    for (char const* name : {"i", "b", "s", "f", "v2", "v3", "v4", "n"}) {
+        auto const attempt = [&](auto get) {
+            try {
+                get();
+                ++accepted;
+            } catch (Zel::ScriptException_TypeMismatch const&) {
+                ++refused;
+            }
+        };
+        attempt([&] { script.getInt(name, 7); });
+        attempt([&] { script.getBool(name, true); });
+        attempt([&] { script.getString(name, "default"); });
+        attempt([&] { script.getFloat(name, 7); });
+        attempt([&] { script.getVector2(name, {}); });
+        attempt([&] { script.getVector3(name, {}); });
+        attempt([&] { script.getVector4(name, {}); });
+        attempt([&] { script.getInterval(name, {}); });
+    }
+    EXPECT_EQ(accepted, 8);
+    EXPECT_EQ(refused, 56);
+
+    EXPECT_EQ(script.getInt("none", 7), 7);
+    EXPECT_TRUE(script.getBool("none", true));
+    EXPECT_EQ(script.getFloat("none", 0.25f), 0.25f);
+    std::string const text = "default";
+    Zel::Vector4Template<float> const vector(1, 2, 3, 4);
+    EXPECT_EQ(&script.getString("none", text), &text) << "the caller's object itself";
+    EXPECT_EQ(&script.getVector4("none", vector), &vector);
+}
+
+TEST_F(QueryTest, CopiesShareTheTreeAndKeepTheirOwnCursors) {
+    std::optional<Script> script(parse("[a] s = \"text\"; [b]"));
+    script->lock("a");
+    Script copy(*script);
+    std::string const& text = copy.getString("s");
+    script->unlock();
+    EXPECT_EQ(copy.getBlockName(), "a");
+    EXPECT_EQ(&script->getFilename() == &copy.getFilename(), false);
+    script.emplace(parse("[c]"));
+    script.reset();
+    EXPECT_EQ(text, "text") << "the tree lives as long as a copy";
+    Script other = parse("[d] s = \"other\";");
+    other = copy;
+    EXPECT_EQ(&other.getString("s"), &text);
+}
+
+TEST_F(QueryTest, TheDumpGoesToTheLogAndALineFeedABlockToStandardOutput) {
+    Script script = parse("[a] n = 5; n = 6; { [b] s = \"hi\\n\"; } [c]");
+    {
+        testing::internal::CaptureStdout();
+        test::LogCapture const log;
+        script.dump();
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "\n\n\n");
+        EXPECT_EQ(log.text(), "[a]\nn = 5 (type 0)\nn = 6 (type 0)\n  [b]\n  s = hi\n (type 2)\n[c]\n");
+    }
+    script.lock("a");
+    testing::internal::CaptureStdout();
+    test::LogCapture const log;
+    script.dump();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\n");
+    EXPECT_EQ(log.text(), "[b]\ns = hi\n (type 2)\n") << "the current block itself is not shown";
+    EXPECT_EQ(script.getBlockName(), "a");
+}
+
+using QueryDeathTest = QueryTest;
+
+TEST_F(QueryDeathTest, IndicesOutOfRangeEndTheProcess) {
+    Script script = parse("[a]");
+    EXPECT_DEATH(script.lock(1), "Script::lock: no block 1 among 1");
+    EXPECT_DEATH(script.lock(-1), "Script::lock: no block -1");
+    script.unlock();
+    EXPECT_DEATH(script.getBlockCount(), "ROOT was unlocked");
+}
+
+} // namespace
