@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 #include <zel/api.h>
 #include <zel/exception.h>
 #include <zel/vector.h>
@@ -77,6 +78,20 @@ public:
         TYPE_INTERVAL = 7
     };
 
+    /// One variable with its value; every field that its type does not use is zero.
+    struct Variable {
+        std::string name;
+        VarType type = TYPE_INT;
+        std::int32_t intValue = 0;
+        bool boolValue = false;
+        std::string text; ///< the value without blanks; for TYPE_STRING, the string
+        float floatValue = 0;
+        Vector2Template<float> vector2Value;
+        Vector3Template<float> vector3Value;
+        Vector4Template<float> vector4Value;
+        IntervalTemplate<float> intervalValue;
+    };
+
     /// Reads and parses the file and all that it includes, from the archives or the disk as File finds them;
     /// the cursor stands on ROOT. Throws ScriptException_SyntaxError, _UnexpectedEndOfFile,
     /// _BracketCountMismatch and _InvalidInterval, the preprocessor's exceptions, and those of opening and
@@ -107,6 +122,9 @@ public:
 
     /// Whether the current block has a variable of that name.
     bool isDefined(std::string const& name) const;
+
+    /// All variables of the current block in order of appearance, those of the same name included.
+    std::vector<Variable> getVariables() const;
 
     /// The value of the first variable of that name in the current block. Types are never converted. The
     /// strict forms throw ScriptException_UndefinedVariable when there is none; the others return the default
@@ -140,14 +158,14 @@ public:
 
 private:
     struct Block;
-    struct Variable;
+    struct StoredVariable;
     struct Tree;
     class Parser;
 
     Block const& current() const;
-    Variable const* find(std::string const& name) const;
-    Variable const& checked(Variable const& variable, VarType type) const;
-    Variable const& lookup(std::string const& name, VarType type) const;
+    StoredVariable const* find(std::string const& name) const;
+    StoredVariable const& checked(StoredVariable const& variable, VarType type) const;
+    StoredVariable const& lookup(std::string const& name, VarType type) const;
     template <VarType type>
     auto const& value(std::string const& name) const;
     template <VarType type, class Value>

@@ -17,8 +17,7 @@ constexpr std::int32_t kLargestPosition = std::numeric_limits<std::int32_t>::max
 
 constexpr std::size_t kPieceSize = 16384;
 
-/// The sum as 32 bits hold it. A position or size that wraps round names no place in any file: what is done
-/// with it next fails.
+/// The sum as 32 bits hold it. A position that wraps round names no place in any file: seeking there fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
 
 } // namespace
@@ -77,7 +76,8 @@ bool File::openArchived(std::string const& path) {
         return false;
 
     Archive const* const archive = Archive::getArchive(slot);
-    m_handle = platform::openStream(archive->getFullPath(), "rb");
+    m_handle =
+        platform::openStream(toLowerCase(archive->getFullPath()), "rb"); // folded, as when it was loaded
     if (m_handle == nullptr)
         return false;
     if (info.offset > kLargestPosition)
@@ -147,7 +147,7 @@ void File::read(void* buffer, int count) {
 }
 
 void File::write(void const* buffer, int count) {
-    if (count < 0)
+    if (count < 0 || count > kLargestPosition - std::int64_t{std::max(m_size, m_position)})
         throw FileException_WriteError(m_filename.c_str());
     auto const given = static_cast<std::size_t>(count);
     std::size_t const written = m_handle != nullptr ? std::fwrite(buffer, 1, given, m_handle) : 0;

@@ -48,8 +48,7 @@ std::string File::getExtension(std::string const& name) {
     constexpr std::size_t kComponentLimit = 255; // the limit of each part that a path is split into
     std::string const text = name.substr(0, name.find('\0')); // a name ends at its first zero byte
     std::size_t const driveEnd = text.size() > 1 && text[1] == ':' ? 2 : 0;
-    std::size_t const lastSeparator = text.find_last_of("/\\");
-    std::size_t const stemStart = lastSeparator == std::string::npos ? driveEnd : lastSeparator + 1;
+    std::size_t const stemStart = std::max(driveEnd, text.find_last_of("/\\") + 1); // 0 without a separator
     std::size_t const dot = text.rfind('.');
     if (dot == std::string::npos || dot < stemStart)
         return {};

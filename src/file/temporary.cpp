@@ -63,7 +63,7 @@ std::string File::getTmpDir() {
     for (unsigned attempt = 1; attempt <= kAttempts; ++attempt) {
         std::string const subFolder = temporarySubFolder(attempt);
         auto const candidate = platform::commonDataFolder(subFolder, platform::FolderQuery::Locate);
-        if (!candidate || platform::pathExists(*candidate))
+        if (!candidate || platform::isTaken(*candidate))
             continue;
         if (auto const folder = platform::commonDataFolder(subFolder, platform::FolderQuery::Create)) {
             // The final separator is what tells a directory from a file in the record.

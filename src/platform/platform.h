@@ -29,6 +29,9 @@ std::int64_t streamLength(std::FILE* stream);
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);
 
+/// Whether a directory of that name cannot be made, because something has the name.
+bool isTaken(std::string const& path);
+
 /// Removes a file. A failure is ignored.
 void removeFile(std::string const& path);
 

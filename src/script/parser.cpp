@@ -189,7 +189,7 @@ void Script::Parser::closeBrace() {
 void Script::Parser::addVariable(Block& block, std::string const& name) {
     bool const isString = m_value.starts_with('"');
     ScriptValue const value = typedValue(name);
-    Variable& variable = newVariable(name, isString ? std::string() : m_value, value);
+    StoredVariable& variable = newVariable(name, isString ? std::string() : m_value, value);
     (block.lastVariable != nullptr ? block.lastVariable->next : block.firstVariable) = &variable;
     block.lastVariable = &variable;
 }
@@ -207,12 +207,13 @@ ScriptValue Script::Parser::typedValue(std::string const& name) {
     return *value;
 }
 
-Script::Variable& Script::Parser::newVariable(std::string const& name, std::string const& text,
-                                              ScriptValue const& value) {
+Script::StoredVariable& Script::Parser::newVariable(std::string const& name, std::string const& text,
+                                                    ScriptValue const& value) {
     auto* const characters = static_cast<char*>(m_tree->characters.allocate(name.size() + text.size(), 1));
     std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), characters));
-    return m_tree->variables.emplace_back(Variable{characters, static_cast<std::uint32_t>(name.size()),
-                                                   static_cast<std::uint32_t>(text.size()), nullptr, value});
+    return m_tree->variables.emplace_back(StoredVariable{characters, static_cast<std::uint32_t>(name.size()),
+                                                         static_cast<std::uint32_t>(text.size()), nullptr,
+                                                         value});
 }
 
 } // namespace Zel

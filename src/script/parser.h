@@ -50,7 +50,7 @@ private:
     void closeBrace();
     void addVariable(Block& block, std::string const& name);
     ScriptValue typedValue(std::string const& name);
-    Variable& newVariable(std::string const& name, std::string const& text, ScriptValue const& value);
+    StoredVariable& newVariable(std::string const& name, std::string const& text, ScriptValue const& value);
 
     std::string m_fileName;
     ScriptPreprocessor m_source;

@@ -9,6 +9,16 @@
 #include <zel/script.h>
 
 namespace Zel {
+namespace {
+
+template <class... Visitors>
+struct Overloaded : Visitors... {
+    using Visitors::operator()...;
+};
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
+
+} // namespace
 
 static_assert(std::is_same_v<std::variant_alternative_t<Script::TYPE_INT, ScriptValue>, std::int32_t>);
 static_assert(
@@ -62,21 +72,21 @@ bool Script::hasBlock(std::string const& name) const {
 
 // Variables.
 
-Script::Variable const* Script::find(std::string const& name) const {
-    Variable const* variable = current().firstVariable;
+Script::StoredVariable const* Script::find(std::string const& name) const {
+    StoredVariable const* variable = current().firstVariable;
     while (variable != nullptr && variable->name() != name)
         variable = variable->next;
     return variable;
 }
 
-Script::Variable const& Script::checked(Variable const& variable, VarType type) const {
+Script::StoredVariable const& Script::checked(StoredVariable const& variable, VarType type) const {
     if (variable.type() != type)
         throw ScriptException_TypeMismatch(m_fileName.c_str(), std::string(variable.name()).c_str());
     return variable;
 }
 
-Script::Variable const& Script::lookup(std::string const& name, VarType type) const {
-    Variable const* const variable = find(name);
+Script::StoredVariable const& Script::lookup(std::string const& name, VarType type) const {
+    StoredVariable const* const variable = find(name);
     if (variable == nullptr)
         throw ScriptException_UndefinedVariable(m_fileName.c_str(), getBlockName().c_str(), name.c_str());
     return checked(*variable, type);
@@ -89,11 +99,33 @@ auto const& Script::value(std::string const& name) const {
 
 template <Script::VarType type, class Value>
 Value const& Script::valueOr(std::string const& name, Value const& defaultValue) const {
-    Variable const* const variable = find(name);
+    StoredVariable const* const variable = find(name);
     return variable != nullptr ? std::get<type>(checked(*variable, type).value) : defaultValue;
 }
 
 bool Script::isDefined(std::string const& name) const { return find(name) != nullptr; }
+
+std::vector<Script::Variable> Script::getVariables() const {
+    std::vector<Variable> variables;
+    for (StoredVariable const* stored = current().firstVariable; stored != nullptr; stored = stored->next) {
+        Variable& variable = variables.emplace_back();
+        variable.name = stored->name();
+        variable.type = stored->type();
+        variable.text = stored->text();
+        std::visit(Overloaded{[&](std::int32_t value) { variable.intValue = value; },
+                              [&](bool value) { variable.boolValue = value; },
+                              [&](std::string const*) {}, // the text is the string
+                              [&](float value) { variable.floatValue = value; },
+                              [&](Vector2Template<float> const& value) { variable.vector2Value = value; },
+                              [&](Vector3Template<float> const& value) { variable.vector3Value = value; },
+                              [&](Vector4Template<float> const& value) { variable.vector4Value = value; },
+                              [&](IntervalTemplate<float> const& value) {
+                                  variable.intervalValue = value;
+                              }},
+                   stored->value);
+    }
+    return variables;
+}
 
 int Script::getInt(std::string const& name) const { return value<TYPE_INT>(name); }
 

@@ -15,11 +15,11 @@
 namespace Zel {
 
 /// Kept small, as a script may hold many: the name and the text stand one behind the other.
-struct Script::Variable {
+struct Script::StoredVariable {
     char const* characters;
     std::uint32_t nameLength;
     std::uint32_t textLength;
-    Variable* next; // of the same block, in order of appearance
+    StoredVariable* next; // of the same block, in order of appearance
     ScriptValue value;
 
     std::string_view name() const { return {characters, nameLength}; }
@@ -37,13 +37,13 @@ struct Script::Block {
     std::string name;
     Block const* parent;
     std::vector<Block const*> children; // in order of appearance
-    Variable* firstVariable = nullptr;
-    Variable* lastVariable = nullptr;
+    StoredVariable* firstVariable = nullptr;
+    StoredVariable* lastVariable = nullptr;
 };
 
 struct Script::Tree {
     std::deque<Block> blocks; // ROOT first, then in the order of their headers
-    std::deque<Variable> variables;
+    std::deque<StoredVariable> variables;
     std::deque<std::string> strings;
     std::pmr::monotonic_buffer_resource characters;
 };

@@ -172,6 +172,17 @@ TEST_F(LoadingTest, KeysAreTheFoldedDataDirectoryAndTheStoredName) {
     EXPECT_THROW(readThroughLibrary("with/slash"), Zel::FileException_OpenFailed);
 }
 
+TEST_F(LoadingTest, ARelativeNameIsOpenedInTheDataDirectoryAndRememberedInTheCurrentOne) {
+    packArchive("a.bva", {{"a", "x"}});
+    fs::create_directory(path("elsewhere"));
+    fs::current_path(path("elsewhere"));
+    Zel::Archive const archive("A.bva");
+    EXPECT_EQ(archive.getFullPath(), test::libraryPath(path("elsewhere")) + "\\A.bva");
+    EXPECT_THROW(readThroughLibrary("a"), Zel::FileException_OpenFailed) << "there is no archive there";
+    fs::rename(path("a.bva"), path("elsewhere/a.bva"));
+    EXPECT_EQ(readThroughLibrary("a"), "x");
+}
+
 TEST_F(LoadingTest, AnArchiveInAnArchiveLoadsButItsEntriesNeedTheDisk) {
     packArchive("inner.bva", {{"deep", "x"}});
     std::string const outer = packArchive("outer.bva", {{"inner.bva", readFile("inner.bva")}});

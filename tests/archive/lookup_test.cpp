@@ -2,6 +2,8 @@
 
 #include "support/library_test.h"
 
+#include "archive_writer.h"
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -74,6 +76,14 @@ TEST_F(LookupTest, TheReportNamesWhatNobodyFound) {
     archive.dumpUnaccessedFiles();
     EXPECT_EQ(log.messages().size(), 6u);
     EXPECT_EQ(log.messages().back(), "\nTotal 0.0 MB of unaccessed files\n\n");
+}
+
+TEST_F(LookupTest, TheTotalOfTheReportIsASigned32BitNumber) {
+    writeFile("large.bva", zel::archiveHead({{"a", 0x80000000, 0, 0}, {"b", 0x100000, 0, 0}}));
+    Archive const archive("large.bva");
+    test::LogCapture const log;
+    archive.dumpUnaccessedFiles();
+    EXPECT_EQ(log.messages().back(), "\nTotal -2047.0 MB of unaccessed files\n\n");
 }
 
 TEST_F(LookupTest, TheReportOfAllCoversAsManySlotsAsArchivesAreNamed) {

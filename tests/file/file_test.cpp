@@ -123,10 +123,10 @@ TEST_F(FileTest, WhatCannotBeOpenedIsNamedAsGiven) {
         {"q:\\plain", Zel::File::WRITE},
         {"", Zel::File::READ},
     };
-    for (auto const& [name, mode] : cases) {
-        EXPECT_EQ(errorOf<Zel::FileException_OpenFailed>([&] { Zel::File(name, mode); }),
-                  "Failed to open file \"" + name + "\"")
-            << mode;
+    for (auto const& test : cases) {
+        EXPECT_EQ(errorOf<Zel::FileException_OpenFailed>([&test] { Zel::File(test.name, test.mode); }),
+                  "Failed to open file \"" + test.name + "\"")
+            << test.mode;
     }
     EXPECT_EQ(
         errorOf<Zel::FileException_DirectoryNotFound>([] { Zel::File("q:/a/../../../x/", Zel::File::READ); }),

@@ -39,6 +39,7 @@ TEST(NamesTest, GetExtensionLooksAtTheLastComponent) {
                                         {".profile", "profile"},
                                         {"ends.", ""},
                                         {"c:x.y", "y"},
+                                        {"\\:a.b", "b"},
                                         {"", ""},
                                         {limit + ".y", "y"},
                                         {limit + "x.y", ""},

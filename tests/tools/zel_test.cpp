@@ -1,40 +1,21 @@
 // The program's commands, run in this process.
 
-#include "commands.h"
-#include "support/host.h"
-#include "support/library_test.h"
+#include "support/program_test.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-class ZelTest : public test::LibraryTest {
+class ZelTest : public test::ProgramTest {
 protected:
-    ZelTest() { fs::current_path(path(".")); }
-
-    int zel(std::vector<std::string> const& arguments) {
-        m_out.str("");
-        m_err.str("");
-        Zel::File::sm_datadir = Zel::Path();
-        return zel::run(arguments, {m_out, m_err});
-    }
-
-    std::string out() const { return m_out.str(); }
-    std::string err() const { return m_err.str(); }
-
     void writeTree() const {
         writeFile("tree/Readme.TXT", "hello");
         writeFile("tree/Sub/Data.bin", std::string("\0\n\r\x1A\xFF", 5));
     }
-
-private:
-    std::ostringstream m_out;
-    std::ostringstream m_err;
 };
 
 TEST_F(ZelTest, PacksListsVerifiesAndShows) {
@@ -130,7 +111,7 @@ TEST_F(ZelTest, PackLeavesTheArchiveItselfOut) {
     EXPECT_EQ(readFile("tree/all.bva"), first) << "the same tree gives the same bytes";
 }
 
-TEST_F(ZelTest, AFailedPackKeepsTheOlderArchiveAndLeavesNothingElse) {
+TEST_F(ZelTest, AFailedPackLeavesNothingBehind) {
     writeTree();
     fs::create_directory(path("taken.bva"));
     EXPECT_EQ(zel({"pack", "tree", "taken.bva"}), 3);
@@ -138,6 +119,32 @@ TEST_F(ZelTest, AFailedPackKeepsTheOlderArchiveAndLeavesNothingElse) {
     EXPECT_THAT(err(), HasSubstr("zel: cannot write no/such/directory.bva: "));
     EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2)
         << "no temporary file";
+}
+
+TEST_F(ZelTest, RefusedTreesLeaveTheOlderArchiveAlone) {
+    writeTree();
+    EXPECT_EQ(zel({"pack", "tree", "out.bva"}), 0);
+    std::string const older = readFile("out.bva");
+    writeFile("tree/empty", "");
+    EXPECT_EQ(zel({"pack", "tree", "out.bva"}), 1);
+    EXPECT_EQ(readFile("out.bva"), older);
+}
+
+TEST_F(ZelTest, PathsMayBeWrittenAsTheHostTakesThem) {
+    writeTree();
+    EXPECT_EQ(zel({"pack", "tree//", "tree/..//Out.bva"}), 0) << err();
+    EXPECT_EQ(zel({"list", ".//Out.bva"}), 0) << err();
+    fs::current_path(path("tree"));
+    EXPECT_EQ(zel({"verify", "../Out.bva"}), 0) << err();
+}
+
+TEST_F(ZelTest, EveryListedNameCanBeShown) {
+    packArchive("a.bva", {{"..\\..\\..\\..\\..\\..\\..\\..\\up", "1"}, {"Capital", "2"}, {"a/b", "3"}});
+    EXPECT_EQ(zel({"cat", "a.bva", "..\\..\\..\\..\\..\\..\\..\\..\\up"}), 0) << err();
+    EXPECT_EQ(out(), "1");
+    EXPECT_EQ(zel({"cat", "a.bva", "Capital"}), 0);
+    EXPECT_EQ(zel({"cat", "a.bva", "capital"}), 3);
+    EXPECT_EQ(zel({"cat", "a.bva", "a/b"}), 0);
 }
 
 TEST_F(ZelTest, WhatGoesWrongHasItsExitCode) {
@@ -171,17 +178,19 @@ TEST_F(ZelTest, WhatGoesWrongHasItsExitCode) {
 
 TEST_F(ZelTest, OutputThatCannotBeWrittenIsAFailure) {
     packArchive("good.bva", {{"a", "x"}});
+    std::istringstream in;
     std::ostringstream out, err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(zel::run({"list", "good.bva"}, {out, err}), 3);
+    EXPECT_EQ(zel::run({"list", "good.bva"}, {in, out, err}), 3);
     EXPECT_EQ(err.str(), "zel: cannot write the output\n");
 }
 
 TEST_F(ZelTest, AProgressBarIsDrawnForAWatcherAndWipedAway) {
     packArchive("good.bva", {{"a", "x"}});
     std::ostringstream terminal;
+    std::istringstream in;
     std::ostringstream out, err;
-    EXPECT_EQ(zel::run({"verify", "good.bva"}, {out, err, &terminal}), 0);
+    EXPECT_EQ(zel::run({"verify", "good.bva"}, {in, out, err, &terminal}), 0);
     EXPECT_THAT(terminal.str(), HasSubstr("\rverifying [########################################] 100%"));
     EXPECT_EQ(terminal.str().back(), '\r');
 }

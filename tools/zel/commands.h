@@ -3,6 +3,7 @@
 
 #include "failure.h"
 
+#include <istream>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -13,8 +14,9 @@ class App;
 
 namespace zel {
 
-/// Where a command's words go, and how it ended.
+/// Where a command's words come from and go to, and how it ended.
 struct Console {
+    std::istream& in;
     std::ostream& out;
     std::ostream& err;                ///< messages; each starts with "zel: "
     std::ostream* terminal = nullptr; ///< for progress bars; null where nobody watches
@@ -27,9 +29,9 @@ void addPackCommand(CLI::App& program, Console& console);
 void addListCommand(CLI::App& program, Console& console);
 void addVerifyCommand(CLI::App& program, Console& console);
 void addCatCommand(CLI::App& program, Console& console);
+void addScriptCommand(CLI::App& program, Console& console);
 
-/// Runs the program: the arguments without the program's name. Returns its exit code. Sets the library's data
-/// directory to the working directory, so that it takes paths, and names them, as the host writes them.
+/// Runs the program: the arguments without the program's name. Returns its exit code.
 int run(std::vector<std::string> arguments, Console console);
 
 } // namespace zel

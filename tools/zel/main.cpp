@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
     zel::setBinaryOutput();
-    zel::Console console{std::cout, std::cerr};
+    zel::Console console{std::cin, std::cout, std::cerr};
     if (zel::errorIsTerminal())
         console.terminal = &std::cerr;
     return zel::run({argv + 1, argv + argc}, console);

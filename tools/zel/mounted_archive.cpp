@@ -1,5 +1,7 @@
 #include "mounted_archive.h"
 
+#include "host_path.h"
+
 #include <algorithm>
 #include <cctype>
 #include <numeric>
@@ -17,8 +19,9 @@ std::string toLowerCase(std::string text) {
 } // namespace
 
 MountedArchive::MountedArchive(std::string const& hostPath)
-    : m_file(hostPath, Zel::File::READ),
-      m_archive(hostPath),
+    : m_name(libraryName(hostPath)),
+      m_file(m_name, Zel::File::READ),
+      m_archive(m_name),
       m_keyPrefix(toLowerCase(Zel::File::getDataDir())) {
     ArchiveEntry entry;
     std::string key;
@@ -31,16 +34,16 @@ MountedArchive::MountedArchive(std::string const& hostPath)
 }
 
 std::optional<ArchiveEntry> MountedArchive::find(std::string const& name) const {
+    ArchiveEntry entry{name, {}};
+    if (m_archive.findFile(m_keyPrefix + name, entry.info))
+        return entry;
     Zel::Path path(Zel::File::getDataDir());
     path.append(name);
-    ArchiveEntry entry;
-    for (std::string const& key : {m_keyPrefix + name, toLowerCase(path.str())}) {
-        if (m_archive.findFile(key, entry.info)) {
-            entry.name = key.substr(m_keyPrefix.size());
-            return entry;
-        }
-    }
-    return std::nullopt;
+    std::string const key = toLowerCase(path.str());
+    if (!key.starts_with(m_keyPrefix) || !m_archive.findFile(key, entry.info))
+        return std::nullopt;
+    entry.name = key.substr(m_keyPrefix.size());
+    return entry;
 }
 
 std::string MountedArchive::read(ArchiveEntry const& entry) {

@@ -29,6 +29,7 @@ public:
     std::string read(ArchiveEntry const& entry);
 
 private:
+    std::string m_name;
     Zel::File m_file; // opened first: no entry of the archive can stand in for the archive file
     Zel::Archive m_archive;
     std::string m_keyPrefix;

@@ -27,6 +27,12 @@ bool cannotBeLookedUp(std::string const& relative) {
     return relative.find_first_of(":\\") != std::string::npos;
 }
 
+/// A host whose names are wider than bytes would hand such a name to the library in another encoding.
+bool isAmbiguous(std::string const& relative) {
+    return sizeof(fs::path::value_type) > 1 &&
+           std::any_of(relative.begin(), relative.end(), [](char character) { return character < 0; });
+}
+
 bool isSameFile(fs::path const& a, fs::path const& b) {
     std::error_code error; // a file that does not exist is no other one
     return fs::equivalent(a, b, error);
@@ -59,16 +65,19 @@ PackingPlan planPacking(fs::path const& directory, fs::path const& archive, bool
     for (fs::directory_entry const& entry : fs::recursive_directory_iterator(directory)) {
         fs::path const& source = entry.path();
         std::string const relative = source.lexically_relative(directory).generic_string();
-        if (entry.is_symlink() && entry.is_directory())
+        std::error_code error; // a link that leads nowhere is no file
+        if (entry.is_symlink() && entry.is_directory(error))
             plan.leftOut.push_back(source.string() + " is a link to a directory");
-        else if (entry.is_directory())
+        else if (entry.is_directory(error))
             continue;
-        else if (!entry.is_regular_file())
+        else if (!entry.is_regular_file(error))
             plan.leftOut.push_back(source.string() + " is no file");
         else if (isSameFile(source, archive))
             plan.leftOut.push_back(source.string() + " is the archive itself");
         else if (cannotBeLookedUp(relative))
             plan.refusals.push_back(source.string() + " has a ':' or a '\\' in its name");
+        else if (isAmbiguous(relative))
+            plan.refusals.push_back(source.string() + " has a character outside ASCII in its name");
         else if (entry.file_size() == 0)
             (skipEmpty ? plan.leftOut : plan.refusals).push_back(source.string() + " is empty");
         else

@@ -1,12 +1,14 @@
 // The command line, and what becomes of every kind of failure.
 
 #include "commands.h"
+#include "script_commands.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <zel/api.h>
 #include <zel/exception.h>
 #include <zel/file.h>
+#include <zel/script.h>
 
 #define ZEL_TEXT_OF(value) #value
 #define ZEL_TEXT(value) ZEL_TEXT_OF(value)
@@ -21,18 +23,21 @@ constexpr char const* kVersion =
 bool isFinding(Zel::Exception const& exception) {
     return dynamic_cast<Zel::Exception_ArchiveCorrupt const*>(&exception) != nullptr ||
            dynamic_cast<Zel::Exception_ArchiveVersionInvalid const*>(&exception) != nullptr ||
+           dynamic_cast<Zel::ScriptException const*>(&exception) != nullptr ||
+           dynamic_cast<Zel::ScriptPreprocessorException const*>(&exception) != nullptr ||
            dynamic_cast<Zel::FileException_FileCorrupted const*>(&exception) != nullptr ||
            dynamic_cast<Zel::FileException_ReadError const*>(&exception) != nullptr;
 }
 
 ExitCode parseAndRun(std::vector<std::string> arguments, Console& console) {
-    CLI::App program("Packs, looks into and checks archives of data files.", "zel");
+    CLI::App program("Packs and checks archives of data files, and the scripts that belong to them.", "zel");
     program.set_version_flag("--version", kVersion);
     program.require_subcommand(1);
     addPackCommand(program, console);
     addListCommand(program, console);
     addVerifyCommand(program, console);
     addCatCommand(program, console);
+    addScriptCommand(program, console);
 
     std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
     try {
@@ -51,10 +56,16 @@ ExitCode parseAndRun(std::vector<std::string> arguments, Console& console) {
 
 } // namespace
 
+void addScriptCommand(CLI::App& program, Console& console) {
+    CLI::App* const script = program.add_subcommand("script", "Checks and shows scripts.");
+    script->require_subcommand(1);
+    addScriptCheckCommand(*script, console);
+    addScriptDumpCommand(*script, console);
+}
+
 int run(std::vector<std::string> arguments, Console console) {
     ExitCode exitCode = kOperatingFailure;
     try {
-        Zel::File::setDataDir(Zel::File::getCurrentDir());
         exitCode = parseAndRun(std::move(arguments), console);
     } catch (Failure const& failure) {
         console.message(failure.what());

@@ -33,14 +33,16 @@ int openForReading(std::string const& path) {
                             [](char const* host) { return open(host, O_RDONLY | O_NONBLOCK | O_CLOEXEC); });
 }
 
-/// Opens what is there, whatever its case, before it makes a file of the given name.
+/// Opens what is there, whatever its case, before it makes a file of the given name. A link that leads to no
+/// file yet is followed.
 int openForWriting(std::string const& path, int disposition) {
     int const flags = O_WRONLY | disposition | O_CLOEXEC;
     int const existing = withExistingPath(path, [flags](char const* host) { return open(host, flags); });
     auto const exact = toHostPath(path);
-    if (existing != -1 || !exact || matchIgnoringCase(*exact))
+    if (existing != -1 || !exact)
         return existing;
-    auto const place = placeIgnoringCase(*exact);
+    auto const matched = matchIgnoringCase(*exact);
+    auto const place = matched ? matched : placeIgnoringCase(*exact);
     return place ? open(place->c_str(), flags | O_CREAT, 0666) : -1;
 }
 
@@ -72,6 +74,8 @@ bool pathExists(std::string const& path) {
     struct stat status;
     return withExistingPath(path, [&status](char const* host) { return stat(host, &status); }) == 0;
 }
+
+bool isTaken(std::string const& path) { return pathExists(path); }
 
 void removeFile(std::string const& path) {
     withExistingPath(path, [](char const* host) { return unlink(host); });

@@ -61,11 +61,12 @@ std::optional<std::string> startupDirectory() {
 }
 
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
-    std::string const root = commonDataRoot();
+    std::string const chosen = commonDataRoot();
     auto const below = toHostPath(subFolder);
-    if (root.empty() || !below)
-        return std::nullopt;
+    if (chosen.empty() || chosen.find_first_of(":\\") != std::string::npos || !below)
+        return std::nullopt; // no path of the library's can lead below a name with a colon or a backslash
 
+    std::string const root = std::filesystem::absolute(chosen).lexically_normal().string();
     std::string folder = std::filesystem::path(root + "/" + *below).lexically_normal().string();
     if (folder.ends_with('/'))
         folder.pop_back();

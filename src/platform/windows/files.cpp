@@ -2,6 +2,8 @@
 
 #include "platform/platform.h"
 
+#include <windows.h>
+
 #include <direct.h>
 #include <io.h>
 #include <sys/stat.h>
@@ -24,6 +26,8 @@ bool pathExists(std::string const& path) {
     struct _stat64 status;
     return !isCut(path) && _stat64(path.c_str(), &status) == 0;
 }
+
+bool isTaken(std::string const& path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 void removeFile(std::string const& path) {
     if (!isCut(path))

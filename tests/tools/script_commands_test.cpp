@@ -1,0 +1,99 @@
+// zel script check and zel script dump
+
+#include "support/program_test.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+using ScriptCommandsTest = test::ProgramTest;
+
+TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
+    struct {
+        char const* name;
+        char const* text;
+        char const* report; // what follows "name:"
+    } const cases[] = {
+        {"syntax", "[a]\nx = ;\n", "2: Syntax error in file syntax at line 2"},
+        {"interval", "[a]\n\nx = [2,1];", "3: Interval x has an invalid range in file interval at line 3"},
+        {"directive", "#nothing\n", "2: Unknown preprocessor directive \"#nothing\" in directive on line 2"},
+        {"defined", "#define A 1\n#define A 1",
+         "2: Preprocessor macro \"A\" already defined in defined on line 2"},
+        {"comment", "\n/*\n", "2: Comment beginning on line 2 in comment is not terminated"},
+        {"character", "\xC4", "1: Invalid character '\xC4' (0xc4) in character on line 1"},
+        {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
+        {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
+        {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},
+        {"missing", "#include gone\n", "1: Failed to open file \"gone\""},
+    };
+    std::vector<std::string> arguments = {"script", "check"};
+    std::string expected;
+    writeFile("fine", "[a]");
+    for (auto const& [name, text, report] : cases) {
+        writeFile(name, text);
+        arguments.insert(arguments.end(), {name, "fine"});
+        expected += std::string(name) + ":" + report + "\n";
+    }
+    EXPECT_EQ(zel(arguments), 1);
+    EXPECT_EQ(out(), expected);
+    EXPECT_EQ(err(), "");
+    EXPECT_EQ(zel({"script", "check", "fine"}), 0);
+}
+
+TEST_F(ScriptCommandsTest, CheckTakesAListAndGoesOnPastEachFault) {
+    std::string list;
+    for (int i = 0; i < 1000; ++i) {
+        std::string const name = "s" + std::to_string(i);
+        writeFile(name, i % 10 == 0 ? "[a] x = ;" : "[a] x = 1;");
+        list += name + (i % 2 == 0 ? "\n" : "\r\n");
+    }
+    EXPECT_EQ(zel({"script", "check", "-"}, list), 1);
+    std::string const reports = out();
+    EXPECT_EQ(std::count(reports.begin(), reports.end(), '\n'), 100);
+    EXPECT_THAT(reports, HasSubstr("s990:1: Syntax error in file s990 at line 1\n"));
+    EXPECT_EQ(zel({"script", "check", "-"}, "nowhere\ns0\n"), 3) << "a script that is not there is a failure";
+    EXPECT_EQ(err(), "zel: Failed to open file \"nowhere\"\n");
+    EXPECT_THAT(out(), HasSubstr("s0:1:"));
+}
+
+TEST_F(ScriptCommandsTest, ScriptsAreFoundInTheDataDirectoryAndItsArchives) {
+    writeFile("data/main", "#include sub/inc\n#include packed\n[a] x = TWO;");
+    writeFile("data/sub/inc", "\n#define TWO 2\n");
+    packArchive("a.bva", {{"packed", "[p] y = 1;\n"}});
+    EXPECT_EQ(zel({"script", "dump", "--data", "data", "--archive", "a.bva", "main"}), 0) << err();
+    EXPECT_EQ(out(), "[p]\n  y = 1 (int)\n[a]\n  x = 2 (int)\n");
+    writeFile("data/sub/inc", "\n[a] x = ;");
+    EXPECT_EQ(zel({"script", "check", "--data", "data", "--archive", "a.bva", "main"}), 1);
+    EXPECT_EQ(out(), (fs::path("data") / "sub/inc").string() + ":2: Syntax error in file sub/inc at line 2\n")
+        << "a path that an editor can open";
+}
+
+TEST_F(ScriptCommandsTest, DumpShowsEveryTypeAsTextAndJson) {
+    writeFile("s", "[a] i = 1; b = TRUE; s = \"q\\n\"; f = .5; f = 2.5; v2 = (1,2); v3 = (1,2,3);"
+                   "v4 = (1,2,3,4); n = [1,2]; { [b] [c] x = 1; } [d]");
+    EXPECT_EQ(zel({"script", "dump", "s"}), 0);
+    EXPECT_EQ(out(),
+              "[a]\n  i = 1 (int)\n  b = TRUE (bool)\n  s = \"q\\n\" (string)\n  f = .5 (float)\n"
+              "  f = 2.5 (float)\n  v2 = (1,2) (vector2)\n  v3 = (1,2,3) (vector3)\n"
+              "  v4 = (1,2,3,4) (vector4)\n  n = [1,2] (interval)\n  [b]\n  [c]\n    x = 1 (int)\n[d]\n");
+    EXPECT_EQ(zel({"script", "dump", "--json", "s"}), 0);
+    auto const tree = nlohmann::json::parse(out());
+    EXPECT_EQ(tree["blocks"].size(), 2u);
+    auto const& variables = tree["blocks"][0]["variables"];
+    EXPECT_EQ(variables[2], nlohmann::json({{"name", "s"}, {"type", "string"}, {"value", "q\n"}}));
+    EXPECT_EQ(variables[4]["value"], 2.5);
+    EXPECT_EQ(variables[7]["value"], nlohmann::json({1, 2, 3, 4}));
+    EXPECT_EQ(variables[8]["value"], nlohmann::json({1, 2}));
+    EXPECT_EQ(tree["blocks"][0]["blocks"][1]["variables"][0]["value"], 1);
+
+    EXPECT_EQ(zel({"script", "dump", "missing"}), 3);
+    writeFile("bad", "x");
+    EXPECT_EQ(zel({"script", "dump", "bad"}), 1);
+    EXPECT_EQ(err(), "zel: Syntax error in file bad at line 1\n");
+}
+
+} // namespace

@@ -1,0 +1,52 @@
+#include "diagnostic.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace zel {
+namespace {
+
+/// What stands before a file's name and between it and the line, in the library's messages.
+struct Wording {
+    std::string_view beforeFile;
+    std::string_view beforeLine; ///< empty when the file ends the message
+};
+
+constexpr Wording kWordings[] = {
+    {"Syntax error in file ", " at line "},
+    {" has an invalid range in file ", " at line "},
+    {" already defined in ", " on line "},
+    {" includes itself without end in ", " on line "},
+    {"\" in ", " on line "}, // of a directive
+    {") in ", " on line "},  // of a character
+    {"Unexpected end of file in script ", ""},
+    {" characters does not match in ", ""},
+};
+
+constexpr std::string_view kComment = "Comment beginning on line ";
+constexpr std::string_view kBeforeCommentFile = " in ";
+constexpr std::string_view kBehindCommentFile = " is not terminated";
+
+} // namespace
+
+Diagnostic diagnosticOf(Zel::Exception const& exception) {
+    std::string const message = exception.getError();
+    if (message.starts_with(kComment)) {
+        std::size_t const file =
+            message.find(kBeforeCommentFile, kComment.size()) + kBeforeCommentFile.size();
+        return {message.substr(file, message.rfind(kBehindCommentFile) - file),
+                std::atoi(message.c_str() + kComment.size()), message};
+    }
+    for (auto const& [beforeFile, beforeLine] : kWordings) {
+        std::size_t const found = message.find(beforeFile);
+        std::size_t const end = beforeLine.empty() ? message.size() : message.rfind(beforeLine);
+        if (found == std::string::npos || end == std::string::npos)
+            continue;
+        std::size_t const file = found + beforeFile.size();
+        return {message.substr(file, end - file), std::atoi(message.c_str() + end + beforeLine.size()),
+                message};
+    }
+    return {"", 0, message};
+}
+
+} // namespace zel

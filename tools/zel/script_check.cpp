@@ -1,0 +1,101 @@
+// zel script check
+
+#include "commands.h"
+#include "diagnostic.h"
+#include "script_commands.h"
+#include "script_environment.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <zel/file.h>
+#include <zel/script.h>
+
+namespace zel {
+namespace {
+
+struct CheckOptions {
+    ScriptPlaces places;
+    std::vector<std::string> files;
+};
+
+/// The files named, with those listed on standard input in place of "-".
+std::vector<std::string> filesToCheck(CheckOptions const& options, Console const& console) {
+    std::vector<std::string> files;
+    for (std::string const& file : options.files) {
+        if (file != "-") {
+            files.push_back(file);
+            continue;
+        }
+        for (std::string line; std::getline(console.in, line);) {
+            if (line.ends_with('\r'))
+                line.pop_back();
+            if (!line.empty())
+                files.push_back(line);
+        }
+    }
+    return files;
+}
+
+/// The number of a file's last line, where a text that ends too soon is wrong.
+int lastLine(std::string const& name) {
+    Zel::File file(name, Zel::File::READ_TEXT);
+    std::string text(static_cast<std::size_t>(file.getSize()), '\0');
+    file.read(text.data(), file.getSize());
+    auto const breaks = std::count(text.begin(), text.end(), '\n');
+    return static_cast<int>(breaks) + (text.ends_with('\n') ? 0 : 1);
+}
+
+/// The diagnostic with the place that the exception leaves open.
+Diagnostic completed(Diagnostic diagnostic, std::string const& file) {
+    if (diagnostic.file.empty()) { // a file that cannot be read: the script, or one that it includes
+        diagnostic.file = file;
+        diagnostic.line = 1;
+    } else if (diagnostic.line == 0) {
+        diagnostic.line = lastLine(diagnostic.file);
+    }
+    return diagnostic;
+}
+
+ExitCode check(std::string const& file, ScriptEnvironment const& environment, Console const& console) {
+    try {
+        Zel::Script const script(file);
+        return kSuccess;
+    } catch (Zel::Exception const& exception) {
+        if (std::string(exception.getError()) == Zel::FileException_OpenFailed(file.c_str()).getError()) {
+            console.message(exception.getError());
+            return kOperatingFailure;
+        }
+        auto const [place, line, message] = completed(diagnosticOf(exception), file);
+        console.out << environment.hostPath(place) << ':' << line << ": " << message << '\n';
+        return kFinding;
+    }
+}
+
+ExitCode checkAll(CheckOptions const& options, Console const& console) {
+    ScriptEnvironment const environment(options.places);
+    ExitCode worst = kSuccess;
+    for (std::string const& file : filesToCheck(options, console))
+        worst = std::max(worst, check(file, environment, console));
+    return worst;
+}
+
+} // namespace
+
+void addScriptPlaces(CLI::App& command, ScriptPlaces& places) {
+    command.add_option("--data", places.data,
+                       "the data directory: names of scripts and includes start there");
+    command.add_option("--archive", places.archives, "an archive to mount in the data directory; repeatable");
+}
+
+void addScriptCheckCommand(CLI::App& script, Console& console) {
+    auto const options = std::make_shared<CheckOptions>();
+    CLI::App* const command =
+        script.add_subcommand("check", "Parses scripts and reports what is wrong as FILE:LINE: MESSAGE.");
+    command->add_option("FILE", options->files, "the scripts; - reads their names from standard input")
+        ->required();
+    addScriptPlaces(*command, options->places);
+    command->callback([options, &console] { console.exitCode = checkAll(*options, console); });
+}
+
+} // namespace zel

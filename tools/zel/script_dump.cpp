@@ -1,0 +1,127 @@
+// zel script dump
+
+#include "commands.h"
+#include "json.h"
+#include "script_commands.h"
+#include "script_environment.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <memory>
+#include <zel/script.h>
+
+namespace zel {
+namespace {
+
+struct DumpOptions {
+    ScriptPlaces places;
+    std::string file;
+    bool json = false;
+};
+
+constexpr std::array kTypeNames = {"int",     "bool",    "string",  "float",
+                                   "vector2", "vector3", "vector4", "interval"};
+
+char const* typeName(Zel::Script::VarType type) { return kTypeNames.at(static_cast<std::size_t>(type)); }
+
+Json valueOf(Zel::Script::Variable const& variable) {
+    switch (variable.type) {
+    case Zel::Script::TYPE_INT:
+        return variable.intValue;
+    case Zel::Script::TYPE_BOOL:
+        return variable.boolValue;
+    case Zel::Script::TYPE_STRING:
+        return variable.text;
+    case Zel::Script::TYPE_FLOAT:
+        return variable.floatValue;
+    case Zel::Script::TYPE_VECTOR2:
+        return {variable.vector2Value.x, variable.vector2Value.y};
+    case Zel::Script::TYPE_VECTOR3:
+        return {variable.vector3Value.x, variable.vector3Value.y, variable.vector3Value.z};
+    case Zel::Script::TYPE_VECTOR4:
+        return {variable.vector4Value.x, variable.vector4Value.y, variable.vector4Value.z,
+                variable.vector4Value.w};
+    case Zel::Script::TYPE_INTERVAL:
+        return {variable.intervalValue.min, variable.intervalValue.max};
+    }
+    return {};
+}
+
+/// Goes through all blocks below the current one, without recursion: blocks may be nested deeper than calls.
+/// `enter` and `leave` are told the depth, and `enter` the block's index among its siblings.
+template <class Enter, class Leave>
+void walk(Zel::Script& script, Enter enter, Leave leave) {
+    std::vector<int> nextChild{0};
+    for (;;) {
+        if (nextChild.back() < script.getBlockCount()) {
+            int const index = nextChild.back()++;
+            script.lock(index);
+            enter(nextChild.size() - 1, index);
+            nextChild.push_back(0);
+        } else {
+            nextChild.pop_back();
+            if (nextChild.empty())
+                return;
+            leave(nextChild.size() - 1);
+            script.unlock();
+        }
+    }
+}
+
+std::string quoted(std::string const& text) {
+    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void dumpAsText(Zel::Script& script, std::ostream& out) {
+    auto const enter = [&](std::size_t depth, int /*index*/) {
+        std::string const indent(2 * depth, ' ');
+        out << indent << '[' << script.getBlockName() << "]\n";
+        for (Zel::Script::Variable const& variable : script.getVariables()) {
+            bool const isString = variable.type == Zel::Script::TYPE_STRING;
+            out << indent << "  " << variable.name << " = "
+                << (isString ? quoted(variable.text) : variable.text) << " (" << typeName(variable.type)
+                << ")\n";
+        }
+    };
+    walk(script, enter, [](std::size_t /*depth*/) {});
+}
+
+/// Written piece by piece: a JSON value of the whole tree would be as deep as the blocks.
+void dumpAsJson(Zel::Script& script, std::ostream& out) {
+    auto const enter = [&](std::size_t depth, int index) {
+        std::string const indent(2 * depth + 2, ' ');
+        out << (index > 0 ? ",\n" : "\n") << indent << "{\"name\": " << quoted(script.getBlockName())
+            << ", \"variables\": [";
+        char const* separator = "";
+        for (Zel::Script::Variable const& variable : script.getVariables()) {
+            Json const value = {
+                {"name", variable.name}, {"type", typeName(variable.type)}, {"value", valueOf(variable)}};
+            out << separator << value.dump(-1, ' ', false, Json::error_handler_t::replace);
+            separator = ", ";
+        }
+        out << "], \"blocks\": [";
+    };
+    out << "{\"file\": " << quoted(script.getFilename()) << ", \"blocks\": [";
+    walk(script, enter, [&](std::size_t /*depth*/) { out << "]}"; });
+    out << "]}\n";
+}
+
+} // namespace
+
+void addScriptDumpCommand(CLI::App& script, Console& console) {
+    auto const options = std::make_shared<DumpOptions>();
+    CLI::App* const command = script.add_subcommand("dump", "Shows the blocks and variables of a script.");
+    command->add_option("FILE", options->file, "the script")->required();
+    command->add_flag("--json", options->json, "as JSON");
+    addScriptPlaces(*command, options->places);
+    command->callback([options, &console] {
+        ScriptEnvironment const environment(options->places);
+        Zel::Script parsed(options->file);
+        if (options->json)
+            dumpAsJson(parsed, console.out);
+        else
+            dumpAsText(parsed, console.out);
+    });
+}
+
+} // namespace zel
