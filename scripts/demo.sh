@@ -4,7 +4,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 directory=$(cd "$OLDPWD" && realpath "${1:-$root/examples/data}")
 require "${build_packages[@]}"
-build release zel mount_and_read >/dev/null
+build release zel mount_and_read read_settings >/dev/null
 
 archive=build/demo.bva
 echo "\$ zel pack --skip-empty $directory $archive"
@@ -13,3 +13,8 @@ echo "\$ zel verify $archive"
 build/release/bin/zel verify "$archive"
 echo "\$ mount_and_read $archive $directory"
 build/release/bin/mount_and_read "$archive" "$directory"
+if [ -f "$directory/Settings/Benchmark.script" ]; then
+  echo
+  echo "\$ read_settings $archive $directory"
+  build/release/bin/read_settings "$archive" "$directory"
+fi
