@@ -1,0 +1,112 @@
+// Parsing a script, beside parsers of other configuration languages on the same content: blocks of eight
+// variables of every type. Peers that are not installed are left out.
+
+#include "scratch.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <zel/zel.h>
+
+#if __has_include(<nlohmann/json.hpp>)
+#include <nlohmann/json.hpp>
+#define BENCH_JSON
+#endif
+#if __has_include(<toml++/toml.h>)
+#include <toml++/toml.h>
+#define BENCH_TOML
+#endif
+#if __has_include(<libconfig.h++>)
+#include <libconfig.h++>
+#define BENCH_LIBCONFIG
+#endif
+
+namespace {
+
+constexpr int kBytesPerBlock = 250; // of a script, about
+
+/// The block of that number, in the language of `format`: its first argument is the number.
+std::string content(std::int64_t bytes, char const* format, char const* begin = "", char const* end = "") {
+    std::string text = begin;
+    for (int i = 0; i < bytes / kBytesPerBlock; ++i) {
+        char block[512];
+        std::snprintf(block, sizeof block, format, i);
+        text += i > 0 && *end == '}' ? "," : "";
+        text += block;
+    }
+    return text + end;
+}
+
+std::string scriptText(std::int64_t bytes) {
+    return content(bytes, "[Block%06d]\nname = \"Texture fill test\";\nloops = 10;\nenabled = TRUE;\n"
+                          "scale = 1.525;\nsize = (640,480);\nposition = (0.0,1.0,2.0);\n"
+                          "colour = (1.0,0.5,0.25,1.0);\nrange = [0.0,10.0];\n"
+                          "// A comment stands here, as people write them.\n\n");
+}
+
+/// Hands the text to a parser again and again; the time is per text, the rate in bytes of the script.
+template <class Parse>
+void measure(benchmark::State& state, std::string const& text, Parse parse) {
+    for ([[maybe_unused]] auto _ : state)
+        parse(text);
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void script_parse(benchmark::State& state) {
+    std::string const name = "bench" + std::to_string(state.range(0)) + ".script";
+    std::ofstream(bench::scratch() / name, std::ios::binary) << scriptText(state.range(0));
+    measure(state, name,
+            [](std::string const& fileName) { benchmark::DoNotOptimize(Zel::Script(fileName)); });
+}
+BENCHMARK(script_parse)
+    ->Arg(50 << 10)
+    ->Arg(1 << 20)
+    ->Arg(4 << 20)
+    ->Arg(8 << 20)
+    ->Unit(benchmark::kMicrosecond);
+
+#ifdef BENCH_JSON
+void script_parse_peer_nlohmann(benchmark::State& state) {
+    std::string const text =
+        content(state.range(0),
+                "\"Block%06d\": {\n\"name\": \"Texture fill test\",\n\"loops\": 10,\n\"enabled\": true,\n"
+                "\"scale\": 1.525,\n\"size\": [640,480],\n\"position\": [0.0,1.0,2.0],\n"
+                "\"colour\": [1.0,0.5,0.25,1.0],\n\"range\": [0.0,10.0]}\n"
+                "/* A comment stands here, as people write them. */\n",
+                "{", "}");
+    measure(state, text, [](std::string const& json) {
+        benchmark::DoNotOptimize(nlohmann::json::parse(json, nullptr, true, true));
+    });
+}
+BENCHMARK(script_parse_peer_nlohmann)->Arg(50 << 10)->Arg(1 << 20)->Unit(benchmark::kMicrosecond);
+#endif
+
+#ifdef BENCH_TOML
+void script_parse_peer_toml(benchmark::State& state) {
+    std::string const text =
+        content(state.range(0), "[Block%06d]\nname = \"Texture fill test\"\nloops = 10\nenabled = true\n"
+                                "scale = 1.525\nsize = [640,480]\nposition = [0.0,1.0,2.0]\n"
+                                "colour = [1.0,0.5,0.25,1.0]\nrange = [0.0,10.0]\n"
+                                "# A comment stands here, as people write them.\n\n");
+    measure(state, text, [](std::string const& toml) { benchmark::DoNotOptimize(toml::parse(toml)); });
+}
+BENCHMARK(script_parse_peer_toml)->Arg(50 << 10)->Arg(1 << 20)->Unit(benchmark::kMicrosecond);
+#endif
+
+#ifdef BENCH_LIBCONFIG
+void script_parse_peer_libconfig(benchmark::State& state) {
+    std::string const text =
+        content(state.range(0), "Block%06d: {\nname = \"Texture fill test\";\nloops = 10;\nenabled = true;\n"
+                                "scale = 1.525;\nsize = [640,480];\nposition = [0.0,1.0,2.0];\n"
+                                "colour = [1.0,0.5,0.25,1.0];\nrange = [0.0,10.0];};\n"
+                                "// A comment stands here, as people write them.\n\n");
+    measure(state, text, [](std::string const& configuration) {
+        libconfig::Config config;
+        config.readString(configuration);
+    });
+}
+BENCHMARK(script_parse_peer_libconfig)->Arg(50 << 10)->Unit(benchmark::kMicrosecond);
+#endif
+
+} // namespace
