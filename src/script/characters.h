@@ -2,19 +2,44 @@
 // host's.
 #pragma once
 
+#include <array>
+#include <cstdint>
+
 namespace Zel {
 
-inline bool isDigit(char character) { return character >= '0' && character <= '9'; }
+/// What a byte can be, one bit each.
+enum CharacterKind : std::uint8_t {
+    kDigit = 1,
+    kLetter = 2,
+    kUnderscore = 4,
+    kPlain = 8,  ///< nothing to the preprocessor: no letter, and none of " / # CR LF, zero and 0x80 to 0xFF
+    kQuoted = 16 ///< nothing to anybody between two quotes: none of " CR LF, zero and 0x80 to 0xFF
+};
 
-inline bool isLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
+    std::array<std::uint8_t, 256> kinds{};
+    for (int i = 1; i < 0x80; ++i) {
+        bool const isDigit = i >= '0' && i <= '9';
+        bool const isLetter = (i >= 'A' && i <= 'Z') || (i >= 'a' && i <= 'z');
+        bool const isQuoted = i != '"' && i != '\r' && i != '\n';
+        bool const isPlain = isQuoted && !isLetter && i != '_' && i != '/' && i != '#';
+        kinds[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
+            (isDigit ? kDigit : 0) | (isLetter ? kLetter : 0) | (i == '_' ? kUnderscore : 0) |
+            (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0));
+    }
+    return kinds;
+}();
+
+inline bool isOfKind(char character, int kinds) {
+    return (kCharacterKinds[static_cast<unsigned char>(character)] & kinds) != 0;
 }
 
-/// What names consist of.
-inline bool isWordCharacter(char character) {
-    return isLetter(character) || isDigit(character) || character == '_';
-}
-
+inline bool isDigit(char character) { return isOfKind(character, kDigit); }
+inline bool isLetter(char character) { return isOfKind(character, kLetter); }
 inline bool isBlank(char character) { return character == ' ' || character == '\t'; }
+
+/// What words begin with, and what they go on with.
+constexpr int kWordStart = kLetter | kUnderscore;
+constexpr int kWord = kWordStart | kDigit;
 
 } // namespace Zel

@@ -70,7 +70,7 @@ std::string Script::Parser::readHeader() {
     readCharacter(); // the bracket that the caller has seen
     std::string name;
     for (char character = readCharacter(); character != ']'; character = readCharacter()) {
-        if (!isWordCharacter(character))
+        if (!isOfKind(character, kWord))
             throwSyntaxError();
         name += character;
     }
@@ -84,7 +84,7 @@ void Script::Parser::handleCharacter(char character) {
 
     if (character == '"')
         handleQuote();
-    else if (isWordCharacter(character) || m_inQuotes)
+    else if (m_inQuotes || isOfKind(character, kWord))
         handleWordCharacter(character);
     else
         handlePunctuation(character);
@@ -100,11 +100,13 @@ void Script::Parser::handleQuote() {
         m_value += '"';
 }
 
+/// Takes what follows of the word, or of what stands between the quotes, along.
 void Script::Parser::handleWordCharacter(char character) {
-    if (m_levels.back().expectingName)
-        m_levels.back().name += character;
-    else
-        appendToValue(character);
+    if (!m_levels.back().expectingName && !m_inValue)
+        throwSyntaxError();
+    std::string& text = m_levels.back().expectingName ? m_levels.back().name : m_value;
+    text += character;
+    text += m_source.takeRun(m_inQuotes ? kQuoted : kWord);
 }
 
 void Script::Parser::handlePunctuation(char character) {

@@ -1,7 +1,6 @@
 #include "script/preprocessor.h"
 
 #include "file/names.h"
-#include "script/characters.h"
 
 #include <utility>
 #include <zel/file.h>
@@ -89,6 +88,15 @@ int ScriptPreprocessor::readSource() {
     return value;
 }
 
+/// The characters of these kinds, none of them a line feed, that come next in the file being read.
+std::string_view ScriptPreprocessor::readRun(int kinds) {
+    SourceFrame& frame = m_frames.back();
+    std::size_t const begin = frame.position;
+    while (frame.position < frame.text.size() && isOfKind(frame.text[frame.position], kinds))
+        ++frame.position;
+    return std::string_view(frame.text).substr(begin, frame.position - begin);
+}
+
 ScriptPreprocessor::Place ScriptPreprocessor::place() const {
     SourceFrame const& frame = m_frames.back();
     return {frame.name, frame.line, frame.inclusion};
@@ -111,7 +119,9 @@ void ScriptPreprocessor::run() {
             return;
 
         auto const character = static_cast<char>(value);
-        if (character == '"')
+        if (isOfKind(character, kPlain))
+            emitRun(readRun(kPlain));
+        else if (character == '"')
             copyStringLiteral();
         else if (character == '/' && peekSource(1) == '/')
             skipLineComment();
@@ -119,7 +129,7 @@ void ScriptPreprocessor::run() {
             skipBlockComment();
         else if (character == '#')
             handleDirective();
-        else if (isLetter(character) || character == '_')
+        else if (isOfKind(character, kWordStart))
             expandIdentifier();
         else if (character == '\r')
             advanceSource();
@@ -134,6 +144,8 @@ void ScriptPreprocessor::copyStringLiteral() {
     emit(readSource());
     int value = 0;
     do {
+        if (!m_frames.empty())
+            emitRun(readRun(kQuoted));
         value = readSource();
         if (value == kEnd && m_frames.empty())
             throw ScriptException_UnexpectedEndOfFile(start.name.c_str());
@@ -146,6 +158,7 @@ void ScriptPreprocessor::copyStringLiteral() {
 void ScriptPreprocessor::skipLineComment() {
     int value = 0;
     do {
+        readRun(kQuoted);
         value = readSource();
     } while (value != '\n' && value != kEnd);
     emit(value);
@@ -172,14 +185,12 @@ void ScriptPreprocessor::skipBlockComment() {
 
 /// Macros replace whole words, once: the replacement is not looked through again.
 void ScriptPreprocessor::expandIdentifier() {
-    SourceFrame& frame = m_frames.back();
-    std::size_t const begin = frame.position;
-    do {
-        ++frame.position;
-    } while (frame.position < frame.text.size() && isWordCharacter(frame.text[frame.position]));
-    std::string_view const word = std::string_view(frame.text).substr(begin, frame.position - begin);
+    std::string_view const word = readRun(kWord);
     auto const macro = m_macros.find(word);
-    emitString(macro != m_macros.end() ? std::string_view(macro->second) : word);
+    if (macro != m_macros.end())
+        emitString(macro->second);
+    else
+        emitRun(word);
 }
 
 // Directives.
@@ -271,6 +282,14 @@ void ScriptPreprocessor::emit(int value) {
 void ScriptPreprocessor::emitString(std::string_view text) {
     for (char character : text)
         emit(static_cast<unsigned char>(character));
+}
+
+/// For text without zero bytes and line feeds.
+void ScriptPreprocessor::emitRun(std::string_view text) {
+    if (text.empty())
+        return;
+    emitPlace();
+    m_output += text;
 }
 
 /// Announces the file and the line of the next character, where they have changed.

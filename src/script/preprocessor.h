@@ -2,6 +2,8 @@
 // from.
 #pragma once
 
+#include "script/characters.h"
+
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -40,6 +42,14 @@ public:
     /// Goes past the character that peek has shown.
     void advance() { m_readPosition += m_output[m_readPosition] == kMarker ? 2 : 1; }
 
+    /// Goes past the characters of these kinds that come next on the same line, and returns them.
+    std::string_view takeRun(int kinds) {
+        std::size_t const begin = m_readPosition;
+        while (m_readPosition < m_output.size() && isOfKind(m_output[m_readPosition], kinds))
+            ++m_readPosition;
+        return std::string_view(m_output).substr(begin, m_readPosition - begin);
+    }
+
     /// The file, as it was named, and the line of the last character seen; "" and 0 before the first.
     std::string const& getFileName() const { return m_currentFileName; }
     int getLine() const { return m_currentLine; }
@@ -76,11 +86,13 @@ private:
     void popFinishedFrames();
     void advanceSource();
     int readSource();
+    std::string_view readRun(int kinds);
     Place place() const;
     Place placeOr(Place const& fallback) const;
 
     void emit(int value);
     void emitString(std::string_view text);
+    void emitRun(std::string_view text);
     void emitPlace();
     void appendNumber(std::uint64_t value);
 
