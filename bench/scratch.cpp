@@ -1,3 +1,5 @@
+// What the benchmarks share: files and archives, made once and removed at the end.
+
 #include "scratch.h"
 
 #include "archive_writer.h"

@@ -1,3 +1,5 @@
+// Reading the table of an archive file: checked as a whole, then record by record.
+
 #include "archive/table.h"
 
 #include "core/crc32_register.h"

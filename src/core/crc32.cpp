@@ -1,3 +1,5 @@
+// The checksum of memory and of files.
+
 #include <zel/crc32.h>
 
 #include "core/crc32_register.h"

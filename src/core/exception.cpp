@@ -1,3 +1,5 @@
+// The messages of the exceptions of files and archives: each stands here and nowhere else.
+
 #include <zel/exception.h>
 
 #include "core/format_message.h"

@@ -1,3 +1,5 @@
+// The two objects that live as long as the library's use.
+
 #include <zel/init.h>
 
 #include <memory>

@@ -1,3 +1,5 @@
+// The end of a process whose code breaks a contract.
+
 #include "core/usage_error.h"
 
 #include <cstdarg>

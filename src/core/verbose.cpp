@@ -1,3 +1,5 @@
+// The two sinks of the verbose log: the file and the callback.
+
 #include <zel/verbose.h>
 
 #include "core/format_message.h"

@@ -1,3 +1,5 @@
+// A whole file in one block of memory.
+
 #include <memory>
 #include <zel/file.h>
 

@@ -1,3 +1,5 @@
+// Going from a directory to a name, component by component.
+
 #include <algorithm>
 #include <utility>
 #include <zel/file.h>

@@ -1,3 +1,5 @@
+// The messages of the exceptions of scripts: each stands here and nowhere else.
+
 #include <zel/script.h>
 
 namespace Zel {

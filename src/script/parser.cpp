@@ -1,3 +1,5 @@
+// From characters to blocks and variables: what each character does where it stands.
+
 #include "script/parser.h"
 
 #include "script/characters.h"

@@ -1,3 +1,5 @@
+// Expanding a script and its includes, and the stream of characters and places that comes of it.
+
 #include "script/preprocessor.h"
 
 #include "file/names.h"

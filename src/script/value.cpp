@@ -1,3 +1,5 @@
+// Typing the values of variables.
+
 #include "script/value.h"
 
 #include "script/characters.h"

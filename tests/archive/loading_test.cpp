@@ -1,3 +1,5 @@
+// Archive files: the format, what is refused, and where an archive's names lead.
+
 #include "support/library_test.h"
 
 #include "archive_writer.h"

@@ -1,3 +1,5 @@
+// The registry of archives: slots, counts, copies.
+
 #include "support/library_test.h"
 
 #include <optional>

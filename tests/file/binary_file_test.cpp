@@ -1,3 +1,5 @@
+// Typed values to the byte.
+
 #include "support/library_test.h"
 
 #include <limits>

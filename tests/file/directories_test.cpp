@@ -1,3 +1,5 @@
+// The data, current and startup directories, and what exists.
+
 #include "support/host.h"
 #include "support/library_test.h"
 

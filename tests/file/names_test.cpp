@@ -1,3 +1,5 @@
+// Taking names apart.
+
 #include <gtest/gtest.h>
 #include <zel/file.h>
 

@@ -1,3 +1,5 @@
+// Path::append: where each kind of text leads.
+
 #include <gtest/gtest.h>
 #include <zel/file.h>
 

@@ -1,3 +1,5 @@
+// Temporary directories and names.
+
 #include "support/host.h"
 #include "support/library_test.h"
 

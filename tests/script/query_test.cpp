@@ -1,3 +1,5 @@
+// A script's cursor, getters, copies and dump.
+
 #include "support/script_test.h"
 
 #include <optional>

@@ -1,3 +1,5 @@
+// The host of the tests: POSIX.
+
 #include "support/host.h"
 
 #include <algorithm>

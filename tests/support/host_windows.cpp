@@ -1,3 +1,5 @@
+// The host of the tests: Windows.
+
 #include "support/host.h"
 
 #include <cstdlib>

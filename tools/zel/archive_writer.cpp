@@ -1,3 +1,5 @@
+// Laying out and writing archive files.
+
 #include "archive_writer.h"
 
 #include <limits>

@@ -1,3 +1,5 @@
+// zel cat
+
 #include "commands.h"
 #include "mounted_archive.h"
 

@@ -1,3 +1,5 @@
+// The places in the messages of scripts, found by their wording.
+
 #include "diagnostic.h"
 
 #include <cstdlib>

@@ -4,9 +4,9 @@
 #include "host_path.h"
 
 #include "failure.h"
+#include "fold.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <system_error>
 #include <zel/file.h>
@@ -15,12 +15,6 @@ namespace zel {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string toLowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return text;
-}
 
 /// The name in a directory that the library finds for `name`: the one in lower case, or else the first of
 /// those that differ in case alone.

@@ -1,3 +1,5 @@
+// zel list
+
 #include "commands.h"
 #include "json.h"
 #include "mounted_archive.h"

@@ -1,22 +1,14 @@
+// All entries of an archive, read straight from its file.
+
 #include "mounted_archive.h"
 
+#include "fold.h"
 #include "host_path.h"
 
-#include <algorithm>
-#include <cctype>
 #include <numeric>
 #include <zel/crc32.h>
 
 namespace zel {
-namespace {
-
-std::string toLowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return text;
-}
-
-} // namespace
 
 MountedArchive::MountedArchive(std::string const& hostPath)
     : m_name(libraryName(hostPath)),

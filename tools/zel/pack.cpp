@@ -1,3 +1,5 @@
+// zel pack
+
 #include "archive_writer.h"
 #include "commands.h"
 #include "packing.h"

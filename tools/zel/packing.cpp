@@ -1,14 +1,17 @@
+// Looking through a directory tree: what is packed under which name, and what cannot be.
+
 #include "packing.h"
 
 #include "archive_writer.h"
 #include "failure.h"
+#include "fold.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <fstream>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 namespace zel {
 namespace {
@@ -16,10 +19,8 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string storedName(std::string relative) {
-    std::transform(relative.begin(), relative.end(), relative.begin(), [](unsigned char character) {
-        return character == '/' ? '\\' : static_cast<char>(std::tolower(character));
-    });
-    return relative;
+    std::replace(relative.begin(), relative.end(), '/', '\\');
+    return toLowerCase(std::move(relative));
 }
 
 /// Such a name would be taken for a drive or another directory when it is looked up.

@@ -1,3 +1,5 @@
+// Writing beside the target, and renaming at the end.
+
 #include "pending_file.h"
 
 #include "failure.h"

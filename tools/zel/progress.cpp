@@ -1,3 +1,5 @@
+// Drawing the bar only when its percentage has changed.
+
 #include "progress.h"
 
 #include <utility>

@@ -1,3 +1,5 @@
+// Setting the data directory and mounting archives for the commands on scripts.
+
 #include "script_environment.h"
 
 #include "host_path.h"

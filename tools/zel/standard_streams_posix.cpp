@@ -1,3 +1,5 @@
+// The standard streams on POSIX hosts.
+
 #include "standard_streams.h"
 
 #include <unistd.h>

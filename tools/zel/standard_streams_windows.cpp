@@ -1,3 +1,5 @@
+// The standard streams on Windows.
+
 #include "standard_streams.h"
 
 #include <cstdio>

@@ -1,3 +1,5 @@
+// zel verify
+
 #include "commands.h"
 #include "json.h"
 #include "mounted_archive.h"

@@ -1,3 +1,5 @@
+// Between the library's paths and the host's, and lookup that ignores case.
+
 #include "platform/posix/paths.h"
 
 #include <algorithm>
