@@ -97,8 +97,8 @@ public:
     /// _BracketCountMismatch and _InvalidInterval, the preprocessor's exceptions, and those of opening and
     /// reading a File.
     explicit Script(std::string const& fileName);
-    Script(Script const&);
-    Script& operator=(Script const&);
+    Script(Script const& other);
+    Script& operator=(Script const& other);
     virtual ~Script();
 
     /// The name given to the constructor.

@@ -74,6 +74,11 @@ TEST_F(PosixZelTest, AnArchiveWithANameInOtherCaseIsNotMistakenForTheOneNamed) {
     packArchive("Bar.bva", {{"a", "1"}});
     EXPECT_EQ(zel({"list", "BAR.bva"}), 0) << "the first in byte order is the one that is found";
     EXPECT_EQ(zel({"list", "Bar.bva"}), 3);
+    writeFile("script", "[a]");
+    writeFile("Script", "x");
+    EXPECT_EQ(zel({"script", "check", "Script"}), 3);
+    EXPECT_THAT(err(), HasSubstr("differs in case alone"));
+    EXPECT_EQ(zel({"script", "dump", "Script"}), 3);
     EXPECT_EQ(zel({"list", "a:b.bva"}), 3);
     EXPECT_THAT(err(), HasSubstr("':'"));
 }

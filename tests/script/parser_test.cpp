@@ -24,7 +24,7 @@ TEST_F(ParserTest, BlocksAreSiblingsUnlessBracesHoldThem) {
         {"[a] x y = 1 0;", "[a]\nxy = 10 (type 0)\n"}, // blanks vanish outside quotes
         {"[a] x [b]", "[a]\n[b]\n"},                   // a name without a value is dropped
         {"[a] x", "[a]\n"},
-        {"[a] { [b] y = 1 }", "[a]\n  [b]\n"}, // so is an assignment that a brace cuts off
+        {"[a] { [b] y = 1 } [c] [d]", "[a]\n  [b]\n[c]\n[d]\n"}, // so is an assignment that a brace cuts off
         // A brace inside a value counts, and a value that ends behind it expects names again.
         {"[a] x = 1 {2; y = 3; [b] {} z = 4; }",
          "[a]\nx = 12 (type 0)\ny = 3 (type 0)\nz = 4 (type 0)\n  [b]\n"},
@@ -128,7 +128,7 @@ TEST_F(ParserTest, TheTextTellsTheType) {
 
 TEST_F(ParserTest, ValuesAreThoseOfTheirText) {
     writeFile("main", "[a] big = 99999999999; low = -99999999999; edge = 2147483647; under = -2147483648;"
-                      "zero = (1.5,2); f = -0.125; huge = 1" +
+                      "zero = (1.5,2); f = -0.125; blanks = (\" 1\",2); signs = (\"+3\",\"+-1\"); huge = 1" +
                           std::string(400, '0') +
                           ".0;"
                           "v2 = (-1,.5.5); v3 = (1.0,-2.0,3); v4 = (1.0,2.0,,4); i = [-1.0,1.0]; b = TRUE;");
@@ -142,6 +142,8 @@ TEST_F(ParserTest, ValuesAreThoseOfTheirText) {
     EXPECT_EQ(script.getFloat("f"), -0.125f);
     EXPECT_EQ(script.getFloat("huge"), std::numeric_limits<float>::infinity());
     EXPECT_EQ(script.getVector2("v2"), Zel::Vector2Template<float>(-1, 0.5f));
+    EXPECT_EQ(script.getVector2("blanks"), Zel::Vector2Template<float>(1, 2));
+    EXPECT_EQ(script.getVector2("signs"), Zel::Vector2Template<float>(3, 0));
     EXPECT_EQ(script.getVector3("v3"), Zel::Vector3Template<float>(1, -2, 3));
     EXPECT_EQ(script.getVector4("v4"), Zel::Vector4Template<float>(1, 2, 0, 4));
     EXPECT_EQ(script.getInterval("i"), Zel::IntervalTemplate<float>(-1, 1));

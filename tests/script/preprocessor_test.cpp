@@ -69,6 +69,7 @@ TEST_F(PreprocessorTest, MacrosReplaceWholeWordsOnce) {
             << text << ": " << tree;
     }
     EXPECT_EQ(resultOf("#define H a\n[H]"), "[a]\n");
+    EXPECT_EQ(resultOf(std::string("#\0define H a\n[H]", 16)), "[a]\n") << "zero bytes are blanks there";
 }
 
 TEST_F(PreprocessorTest, IncludesAreReadInPlace) {

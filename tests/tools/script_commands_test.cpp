@@ -28,7 +28,7 @@ TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
         {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
         {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
         {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},
-        {"missing", "#include gone\n", "1: Failed to open file \"gone\""},
+        {"missing", "// more\n\n # include \"gone\"\n", "3: Failed to open file \"gone\""},
     };
     std::vector<std::string> arguments = {"script", "check"};
     std::string expected;
@@ -60,6 +60,24 @@ TEST_F(ScriptCommandsTest, CheckTakesAListAndGoesOnPastEachFault) {
     EXPECT_THAT(out(), HasSubstr("s0:1:"));
 }
 
+TEST_F(ScriptCommandsTest, NoFileKeepsTheOthersFromBeingChecked) {
+    writeFile("bad", "x");
+    writeFile("inc", "[a]\n#include nowhere");
+    writeFile("outer", "\n#include inc\n");
+    std::string deep = "d";
+    while (deep.size() < 1000)
+        deep += "/../d";
+    fs::create_directory(path("d"));
+    writeFile("d/open", "[a] x = 1");
+    EXPECT_EQ(zel({"script", "check", deep + "/open", "outer", "bad"}), 1) << err();
+    EXPECT_THAT(out(), HasSubstr("/open:1: Unexpected end of file in script d/../d"));
+    EXPECT_THAT(out(), HasSubstr("\ninc:2: Failed to open file \"nowhere\"\n"));
+    EXPECT_THAT(out(), HasSubstr("\nbad:1: Syntax error in file bad at line 1\n"));
+    EXPECT_EQ(zel({"script", "check", "q:/../../q", "bad"}), 3);
+    EXPECT_EQ(err(), "zel: Directory \"q:\\..\\..\\q\" not found\n");
+    EXPECT_THAT(out(), HasSubstr("bad:1:"));
+}
+
 TEST_F(ScriptCommandsTest, ScriptsAreFoundInTheDataDirectoryAndItsArchives) {
     writeFile("data/main", "#include sub/inc\n#include packed\n[a] x = TWO;");
     writeFile("data/sub/inc", "\n#define TWO 2\n");
@@ -74,12 +92,12 @@ TEST_F(ScriptCommandsTest, ScriptsAreFoundInTheDataDirectoryAndItsArchives) {
 
 TEST_F(ScriptCommandsTest, DumpShowsEveryTypeAsTextAndJson) {
     writeFile("s", "[a] i = 1; b = TRUE; s = \"q\\n\"; f = .5; f = 2.5; v2 = (1,2); v3 = (1,2,3);"
-                   "v4 = (1,2,3,4); n = [1,2]; { [b] [c] x = 1; } [d]");
+                   "v4 = (1,2,3,4); n = [0.1,0.2]; { [b] [c] x = 1; } [d]");
     EXPECT_EQ(zel({"script", "dump", "s"}), 0);
     EXPECT_EQ(out(),
               "[a]\n  i = 1 (int)\n  b = TRUE (bool)\n  s = \"q\\n\" (string)\n  f = .5 (float)\n"
               "  f = 2.5 (float)\n  v2 = (1,2) (vector2)\n  v3 = (1,2,3) (vector3)\n"
-              "  v4 = (1,2,3,4) (vector4)\n  n = [1,2] (interval)\n  [b]\n  [c]\n    x = 1 (int)\n[d]\n");
+              "  v4 = (1,2,3,4) (vector4)\n  n = [0.1,0.2] (interval)\n  [b]\n  [c]\n    x = 1 (int)\n[d]\n");
     EXPECT_EQ(zel({"script", "dump", "--json", "s"}), 0);
     auto const tree = nlohmann::json::parse(out());
     EXPECT_EQ(tree["blocks"].size(), 2u);
@@ -87,7 +105,7 @@ TEST_F(ScriptCommandsTest, DumpShowsEveryTypeAsTextAndJson) {
     EXPECT_EQ(variables[2], nlohmann::json({{"name", "s"}, {"type", "string"}, {"value", "q\n"}}));
     EXPECT_EQ(variables[4]["value"], 2.5);
     EXPECT_EQ(variables[7]["value"], nlohmann::json({1, 2, 3, 4}));
-    EXPECT_EQ(variables[8]["value"], nlohmann::json({1, 2}));
+    EXPECT_EQ(variables[8]["value"], nlohmann::json({0.1, 0.2}));
     EXPECT_EQ(tree["blocks"][0]["blocks"][1]["variables"][0]["value"], 1);
 
     EXPECT_EQ(zel({"script", "dump", "missing"}), 3);

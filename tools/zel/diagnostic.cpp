@@ -29,15 +29,23 @@ constexpr std::string_view kComment = "Comment beginning on line ";
 constexpr std::string_view kBeforeCommentFile = " in ";
 constexpr std::string_view kBehindCommentFile = " is not terminated";
 
+/// The number that begins there; 0 at the end of the message.
+int numberAt(std::string const& message, std::size_t position) {
+    return static_cast<int>(std::strtol(message.c_str() + position, nullptr, 10));
+}
+
 } // namespace
 
 Diagnostic diagnosticOf(Zel::Exception const& exception) {
+    constexpr std::size_t kLongestMessage = 1023;
     std::string const message = exception.getError();
+    if (message.size() >= kLongestMessage)
+        return {"", 0, message}; // cut off, and the name of the file with it
     if (message.starts_with(kComment)) {
         std::size_t const file =
             message.find(kBeforeCommentFile, kComment.size()) + kBeforeCommentFile.size();
         return {message.substr(file, message.rfind(kBehindCommentFile) - file),
-                std::atoi(message.c_str() + kComment.size()), message};
+                numberAt(message, kComment.size()), message};
     }
     for (auto const& [beforeFile, beforeLine] : kWordings) {
         std::size_t const found = message.find(beforeFile);
@@ -45,8 +53,7 @@ Diagnostic diagnosticOf(Zel::Exception const& exception) {
         if (found == std::string::npos || end == std::string::npos)
             continue;
         std::size_t const file = found + beforeFile.size();
-        return {message.substr(file, end - file), std::atoi(message.c_str() + end + beforeLine.size()),
-                message};
+        return {message.substr(file, end - file), numberAt(message, end + beforeLine.size()), message};
     }
     return {"", 0, message};
 }

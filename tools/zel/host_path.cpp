@@ -23,7 +23,7 @@ std::string nameFound(fs::path const& directory, std::string const& name) {
     std::string found = name;
     std::error_code error; // a directory that cannot be read holds no other name for the library either
     for (fs::directory_entry const& entry : fs::directory_iterator(directory, error)) {
-        std::string const other = entry.path().filename().string();
+        std::string other = entry.path().filename().string();
         if (other == folded)
             return other;
         if (toLowerCase(other) == folded)
@@ -34,21 +34,25 @@ std::string nameFound(fs::path const& directory, std::string const& name) {
 
 } // namespace
 
+void refuseOtherCase(std::string const& hostPath) {
+    fs::path const absolute = fs::absolute(hostPath).lexically_normal();
+    for (fs::path path = absolute; path.has_relative_path(); path = path.parent_path()) {
+        std::string const name = path.filename().string();
+        fs::path const found = path.parent_path() / nameFound(path.parent_path(), name);
+        std::error_code error; // a name that leads nowhere is no other file
+        if (found.filename() != name && fs::exists(path, error) && !fs::equivalent(found, path, error))
+            throw Failure(kOperatingFailure, "cannot open " + hostPath + ": " + found.string() +
+                                                 " differs in case alone and would be opened instead");
+    }
+}
+
 std::string libraryName(std::string const& hostPath) {
     fs::path const absolute = fs::absolute(hostPath).lexically_normal();
     bool const hasSlashes = fs::path::preferred_separator == '/';
     if (absolute.relative_path().string().find_first_of(hasSlashes ? ":\\" : ":") != std::string::npos)
         throw Failure(kOperatingFailure,
                       "cannot open " + hostPath + ": there is a ':' or a '\\' in its path");
-    for (fs::path path = absolute; path.has_relative_path(); path = path.parent_path()) {
-        std::string const found = nameFound(path.parent_path(), path.filename().string());
-        std::error_code error; // a name that leads nowhere is no other file
-        if (found != path.filename().string() && fs::exists(path, error) &&
-            !fs::equivalent(path.parent_path() / found, path, error))
-            throw Failure(kOperatingFailure, "cannot open " + hostPath + ": " +
-                                                 (path.parent_path() / found).string() +
-                                                 " differs in case alone and would be opened instead");
-    }
+    refuseOtherCase(hostPath);
 
     Zel::File::setDataDir(Zel::File::getCurrentDir());
     return fs::path(hostPath).lexically_normal().string();

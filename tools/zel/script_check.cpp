@@ -2,13 +2,14 @@
 
 #include "commands.h"
 #include "diagnostic.h"
+#include "include_search.h"
 #include "script_commands.h"
 #include "script_environment.h"
+#include "script_text.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
-#include <zel/file.h>
 #include <zel/script.h>
 
 namespace zel {
@@ -39,18 +40,19 @@ std::vector<std::string> filesToCheck(CheckOptions const& options, Console const
 
 /// The number of a file's last line, where a text that ends too soon is wrong.
 int lastLine(std::string const& name) {
-    Zel::File file(name, Zel::File::READ_TEXT);
-    std::string text(static_cast<std::size_t>(file.getSize()), '\0');
-    file.read(text.data(), file.getSize());
+    std::string const text = scriptText(name);
     auto const breaks = std::count(text.begin(), text.end(), '\n');
     return static_cast<int>(breaks) + (text.ends_with('\n') ? 0 : 1);
 }
 
-/// The diagnostic with the place that the exception leaves open.
-Diagnostic completed(Diagnostic diagnostic, std::string const& file) {
-    if (diagnostic.file.empty()) { // a file that cannot be read: the script, or one that it includes
-        diagnostic.file = file;
-        diagnostic.line = 1;
+/// Where a script is wrong, with what the exception leaves open.
+Diagnostic diagnose(std::string const& script, Zel::Exception const& exception) {
+    Diagnostic diagnostic = diagnosticOf(exception);
+    if (diagnostic.file.empty()) {
+        std::string const quoted = diagnostic.message.substr(diagnostic.message.find('"') + 1);
+        auto const place = findInclude(script, quoted.substr(0, quoted.rfind('"')));
+        diagnostic.file = place ? place->file : script;
+        diagnostic.line = place ? place->line : 1;
     } else if (diagnostic.line == 0) {
         diagnostic.line = lastLine(diagnostic.file);
     }
@@ -59,17 +61,21 @@ Diagnostic completed(Diagnostic diagnostic, std::string const& file) {
 
 ExitCode check(std::string const& file, ScriptEnvironment const& environment, Console const& console) {
     try {
-        Zel::Script const script(file);
-        return kSuccess;
-    } catch (Zel::Exception const& exception) {
-        if (std::string(exception.getError()) == Zel::FileException_OpenFailed(file.c_str()).getError()) {
-            console.message(exception.getError());
-            return kOperatingFailure;
+        environment.require(file);
+        try {
+            Zel::Script const script(file);
+            return kSuccess;
+        } catch (Zel::Exception const& exception) {
+            auto const [place, line, message] = diagnose(file, exception);
+            console.out << environment.hostPath(place) << ':' << line << ": " << message << '\n';
+            return kFinding;
         }
-        auto const [place, line, message] = completed(diagnosticOf(exception), file);
-        console.out << environment.hostPath(place) << ':' << line << ": " << message << '\n';
-        return kFinding;
+    } catch (Zel::Exception const& exception) {
+        console.message(exception.getError());
+    } catch (std::exception const& exception) {
+        console.message(exception.what());
     }
+    return kOperatingFailure;
 }
 
 ExitCode checkAll(CheckOptions const& options, Console const& console) {

@@ -7,6 +7,8 @@
 
 #include <CLI/CLI.hpp>
 #include <array>
+#include <charconv>
+#include <cstdlib>
 #include <memory>
 #include <zel/script.h>
 
@@ -24,6 +26,19 @@ constexpr std::array kTypeNames = {"int",     "bool",    "string",  "float",
 
 char const* typeName(Zel::Script::VarType type) { return kTypeNames.at(static_cast<std::size_t>(type)); }
 
+/// The number that the fewest digits tell from all other floats. JSON has no infinite numbers: those become
+/// null.
+Json shortest(float value) {
+    std::array<char, 32> digits{};
+    std::to_chars(digits.data(), digits.data() + digits.size() - 1, value);
+    return std::strtod(digits.data(), nullptr);
+}
+
+template <class... Floats>
+Json listOf(Floats... values) {
+    return Json::array({shortest(values)...});
+}
+
 Json valueOf(Zel::Script::Variable const& variable) {
     switch (variable.type) {
     case Zel::Script::TYPE_INT:
@@ -33,16 +48,16 @@ Json valueOf(Zel::Script::Variable const& variable) {
     case Zel::Script::TYPE_STRING:
         return variable.text;
     case Zel::Script::TYPE_FLOAT:
-        return variable.floatValue;
+        return shortest(variable.floatValue);
     case Zel::Script::TYPE_VECTOR2:
-        return {variable.vector2Value.x, variable.vector2Value.y};
+        return listOf(variable.vector2Value.x, variable.vector2Value.y);
     case Zel::Script::TYPE_VECTOR3:
-        return {variable.vector3Value.x, variable.vector3Value.y, variable.vector3Value.z};
+        return listOf(variable.vector3Value.x, variable.vector3Value.y, variable.vector3Value.z);
     case Zel::Script::TYPE_VECTOR4:
-        return {variable.vector4Value.x, variable.vector4Value.y, variable.vector4Value.z,
-                variable.vector4Value.w};
+        return listOf(variable.vector4Value.x, variable.vector4Value.y, variable.vector4Value.z,
+                      variable.vector4Value.w);
     case Zel::Script::TYPE_INTERVAL:
-        return {variable.intervalValue.min, variable.intervalValue.max};
+        return listOf(variable.intervalValue.min, variable.intervalValue.max);
     }
     return {};
 }
@@ -116,6 +131,7 @@ void addScriptDumpCommand(CLI::App& script, Console& console) {
     addScriptPlaces(*command, options->places);
     command->callback([options, &console] {
         ScriptEnvironment const environment(options->places);
+        environment.require(options->file);
         Zel::Script parsed(options->file);
         if (options->json)
             dumpAsJson(parsed, console.out);

@@ -2,10 +2,12 @@
 
 #include "script_environment.h"
 
+#include "fold.h"
 #include "host_path.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 #include <zel/file.h>
 
 namespace zel {
@@ -26,11 +28,26 @@ ScriptEnvironment::ScriptEnvironment(ScriptPlaces const& places) : m_data(places
         m_archives.emplace_back(path);
 }
 
+void ScriptEnvironment::require(std::string const& name) const {
+    if (!Zel::File::exists(name)) // which asks the archives
+        refuseOtherCase((fs::path(m_data) / name).string());
+    try {
+        Zel::File const file(name, Zel::File::READ_TEXT);
+    } catch (Zel::FileException_FileCorrupted const&) { // the parser meets these as well
+    } catch (Zel::FileException_ReadError const&) {
+    }
+}
+
 std::string ScriptEnvironment::hostPath(std::string const& name) const {
     std::string relative = name;
     std::replace(relative.begin(), relative.end(), '\\', '/');
-    fs::path const path = fs::path(m_data) / relative;
-    return fs::exists(path) ? path.string() : name;
+    for (std::string const& spelling : {relative, toLowerCase(relative)}) {
+        fs::path const path = fs::path(m_data) / spelling;
+        std::error_code error; // what cannot be looked at is not there
+        if (fs::exists(path, error))
+            return path.string();
+    }
+    return name;
 }
 
 } // namespace zel

@@ -19,6 +19,9 @@ public:
     /// Throws the library's exceptions for an archive that cannot be mounted.
     explicit ScriptEnvironment(ScriptPlaces const& places);
 
+    /// Throws Failure when a script cannot be opened, or another would be in its place (see refuseOtherCase).
+    void require(std::string const& name) const;
+
     /// The path under which the host finds a script, or its name when only an archive has it.
     std::string hostPath(std::string const& name) const;
 

@@ -1,0 +1,21 @@
+// The text of a script, found as the library finds it.
+#pragma once
+
+#include <string>
+#include <zel/file.h>
+
+namespace zel {
+
+/// Empty when the file cannot be read.
+inline std::string scriptText(std::string const& name) {
+    try {
+        Zel::File file(name, Zel::File::READ_TEXT);
+        std::string text(static_cast<std::size_t>(file.getSize()), '\0');
+        file.read(text.data(), file.getSize());
+        return text;
+    } catch (Zel::FileException const&) {
+        return {};
+    }
+}
+
+} // namespace zel
