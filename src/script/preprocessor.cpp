@@ -46,8 +46,8 @@ ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName) {
 
 void ScriptPreprocessor::pushFile(std::string const& name, std::size_t includer) {
     std::string text = readWhole(name);
-    m_inclusions.push_back({fileNumber(name), includer});
-    m_frames.push_back({name, std::move(text), 0, 1, m_inclusions.size() - 1});
+    m_inclusions.push_back({name, fileNumber(name), includer});
+    m_frames.push_back({std::move(text), 0, 1, m_inclusions.size() - 1});
 }
 
 std::size_t ScriptPreprocessor::fileNumber(std::string const& name) {
@@ -63,7 +63,7 @@ int ScriptPreprocessor::peekSource(std::size_t offset) const {
         return kEnd;
     auto const byte = static_cast<unsigned char>(frame.text[frame.position + offset]);
     if (byte >= 0x80 && byte != 0xAE)
-        throw ScriptPreprocessorException_InvalidCharacter(byte, frame.name.c_str(), lineOf(frame.line));
+        throw ScriptPreprocessorException_InvalidCharacter(byte, nameAt(place()), lineOf(frame.line));
     return byte;
 }
 
@@ -101,11 +101,11 @@ std::string_view ScriptPreprocessor::readRun(int kinds) {
 
 ScriptPreprocessor::Place ScriptPreprocessor::place() const {
     SourceFrame const& frame = m_frames.back();
-    return {frame.name, frame.line, frame.inclusion};
+    return {frame.line, frame.inclusion};
 }
 
-ScriptPreprocessor::Place ScriptPreprocessor::placeOr(Place const& fallback) const {
-    return m_frames.empty() ? fallback : place();
+char const* ScriptPreprocessor::nameAt(Place const& place) const {
+    return m_inclusions[place.inclusion].name.c_str();
 }
 
 // Expanding.
@@ -150,7 +150,7 @@ void ScriptPreprocessor::copyStringLiteral() {
             emitRun(readRun(kQuoted));
         value = readSource();
         if (value == kEnd && m_frames.empty())
-            throw ScriptException_UnexpectedEndOfFile(start.name.c_str());
+            throw ScriptException_UnexpectedEndOfFile(nameAt(start));
         // Meant: the byte is taken as signed, so 0xAE, allowed as it is, vanishes from literals.
         emit(static_cast<signed char>(value));
     } while (value != '"');
@@ -181,7 +181,7 @@ void ScriptPreprocessor::skipBlockComment() {
             --depth;
         }
         if (depth > 0 && value == kEnd)
-            throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), start.name.c_str());
+            throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), nameAt(start));
     }
 }
 
@@ -208,66 +208,61 @@ void ScriptPreprocessor::handleDirective() {
             text += static_cast<char>(value);
     }
 
+    // Meant: behind a line feed that is the next line. Where no file is left, the directive's own place
+    // serves.
+    Place const reported = m_frames.empty() ? start : place();
+    Directive const directive{splitWords(text), reported, start.inclusion};
     std::string const keyword = text.substr(0, text.find_first_of(" \t"));
-    std::vector<std::string> const words = splitWords(text);
     if (keyword == "include")
-        include(words, start);
+        include(directive);
     else if (keyword == "define")
-        define(words, start);
+        define(directive);
     else if (keyword == "undef")
-        undefine(words, start);
+        undefine(directive);
     else
-        throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), placeOr(start).name.c_str(),
-                                                           lineOf(placeOr(start).line));
+        throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), nameAt(reported),
+                                                           lineOf(reported.line));
 }
 
-namespace {
-
-/// The word behind the keyword and so many more; all must be there.
-void requireWords(std::vector<std::string> const& words, std::size_t count, std::string const& fileName,
-                  int line) {
-    if (words.size() < count)
-        throw ScriptPreprocessorException_MissingArgument(words.front().c_str(), fileName.c_str(), line);
+void ScriptPreprocessor::requireWords(Directive const& directive, std::size_t count) const {
+    if (directive.words.size() < count)
+        throw ScriptPreprocessorException_MissingArgument(
+            directive.words.front().c_str(), nameAt(directive.reported), lineOf(directive.reported.line));
 }
-
-} // namespace
 
 /// The included file is read whole before the rest of this one: it becomes the frame being read.
-void ScriptPreprocessor::include(std::vector<std::string> const& words, Place const& start) {
-    Place const here = placeOr(start);
-    requireWords(words, 2, here.name, lineOf(here.line));
-    std::string name = words[1];
+void ScriptPreprocessor::include(Directive const& directive) {
+    requireWords(directive, 2);
+    std::string name = directive.words[1];
     if (name.starts_with('"'))
         name.erase(0, 1);
     if (name.ends_with('"'))
         name.pop_back();
-    refuseLoop(name, start);
-    pushFile(name, start.inclusion);
+    refuseLoop(name, directive);
+    pushFile(name, directive.inclusion);
 }
 
 /// A file that is included while it is being read would be read for ever: nothing can make it end otherwise.
-void ScriptPreprocessor::refuseLoop(std::string const& name, Place const& start) {
+void ScriptPreprocessor::refuseLoop(std::string const& name, Directive const& directive) {
     std::size_t const file = fileNumber(name);
-    for (std::size_t i = start.inclusion; i != kNoIncluder; i = m_inclusions[i].includer) {
+    for (std::size_t i = directive.inclusion; i != kNoIncluder; i = m_inclusions[i].includer) {
         if (m_inclusions[i].file == file)
-            throw ScriptPreprocessorException_IncludeLoop(name.c_str(), placeOr(start).name.c_str(),
-                                                          lineOf(placeOr(start).line));
+            throw ScriptPreprocessorException_IncludeLoop(name.c_str(), nameAt(directive.reported),
+                                                          lineOf(directive.reported.line));
     }
 }
 
 /// The replacement is one word; what follows it is ignored.
-void ScriptPreprocessor::define(std::vector<std::string> const& words, Place const& start) {
-    Place const here = placeOr(start);
-    requireWords(words, 3, here.name, lineOf(here.line));
-    if (!m_macros.emplace(words[1], words[2]).second)
-        throw ScriptPreprocessorException_AlreadyDefined(words[1].c_str(), here.name.c_str(),
-                                                         lineOf(here.line));
+void ScriptPreprocessor::define(Directive const& directive) {
+    requireWords(directive, 3);
+    if (!m_macros.emplace(directive.words[1], directive.words[2]).second)
+        throw ScriptPreprocessorException_AlreadyDefined(
+            directive.words[1].c_str(), nameAt(directive.reported), lineOf(directive.reported.line));
 }
 
-void ScriptPreprocessor::undefine(std::vector<std::string> const& words, Place const& start) {
-    Place const here = placeOr(start);
-    requireWords(words, 2, here.name, lineOf(here.line));
-    m_macros.erase(words[1]);
+void ScriptPreprocessor::undefine(Directive const& directive) {
+    requireWords(directive, 2);
+    m_macros.erase(directive.words[1]);
 }
 
 // Writing the stream, and reading it back.
@@ -297,11 +292,14 @@ void ScriptPreprocessor::emitRun(std::string_view text) {
 /// Announces the file and the line of the next character, where they have changed.
 void ScriptPreprocessor::emitPlace() {
     SourceFrame const& frame = m_frames.back();
-    if (frame.inclusion != m_lastEmittedInclusion && frame.name != m_lastEmittedName) {
-        m_output += {kMarker, 'F'};
-        appendNumber(frame.name.size());
-        m_output += frame.name;
-        m_lastEmittedName = frame.name;
+    if (frame.inclusion != m_lastEmittedInclusion) {
+        std::string const& name = m_inclusions[frame.inclusion].name;
+        if (name != m_lastEmittedName) {
+            m_output += {kMarker, 'F'};
+            appendNumber(name.size());
+            m_output += name;
+            m_lastEmittedName = name;
+        }
     }
     m_lastEmittedInclusion = frame.inclusion;
     if (frame.line != m_lastEmittedLine) {

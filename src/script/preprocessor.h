@@ -57,9 +57,8 @@ public:
 private:
     static constexpr char kMarker = '\0';
 
-    /// A file being read. Its name is as it was given.
+    /// A file being read.
     struct SourceFrame {
-        std::string name;
         std::string text;
         std::size_t position;
         std::uint64_t line;
@@ -69,14 +68,20 @@ private:
     /// Who included whom. These stay when a frame is gone: a file whose last line is an #include has no frame
     /// any more when the included one is read.
     struct Inclusion {
+        std::string name; // as it was given
         std::size_t file; // the same number for every spelling of a name
         std::size_t includer;
     };
 
     struct Place {
-        std::string name;
         std::uint64_t line;
         std::size_t inclusion;
+    };
+
+    struct Directive {
+        std::vector<std::string> words; // the keyword first
+        Place reported;                 // where reading stands behind it: what messages name
+        std::size_t inclusion;          // the file that it stands in
     };
 
     void run();
@@ -88,7 +93,7 @@ private:
     int readSource();
     std::string_view readRun(int kinds);
     Place place() const;
-    Place placeOr(Place const& fallback) const;
+    char const* nameAt(Place const& place) const;
 
     void emit(int value);
     void emitString(std::string_view text);
@@ -101,10 +106,11 @@ private:
     void skipBlockComment();
     void expandIdentifier();
     void handleDirective();
-    void include(std::vector<std::string> const& words, Place const& start);
-    void refuseLoop(std::string const& name, Place const& start);
-    void define(std::vector<std::string> const& words, Place const& start);
-    void undefine(std::vector<std::string> const& words, Place const& start);
+    void include(Directive const& directive);
+    void refuseLoop(std::string const& name, Directive const& directive);
+    void define(Directive const& directive);
+    void undefine(Directive const& directive);
+    void requireWords(Directive const& directive, std::size_t count) const;
 
     std::optional<char> peekBehindRecords();
     std::uint32_t numberAt(std::size_t position) const;
