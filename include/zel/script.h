@@ -12,7 +12,7 @@
 namespace Zel {
 
 /// The family of failures of a script's text and of queries.
-class ScriptException : public Exception {};
+class ZEL_API ScriptException : public Exception {};
 
 /// A character or a value that is not allowed where it stands.
 ZEL_DECLARE_EXCEPTION(ScriptException_SyntaxError, ScriptException, char const* fileName, int line);
@@ -38,7 +38,7 @@ ZEL_DECLARE_EXCEPTION(ScriptException_UndefinedVariable, ScriptException, char c
 ///
 /// Meant: the line is the one where reading stands, so a directive that ends in a line break is reported with
 /// the line after it.
-class ScriptPreprocessorException : public Exception {};
+class ZEL_API ScriptPreprocessorException : public Exception {};
 
 /// "#include" without a file, "#define" without a name or replacement, "#undef" without a name.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_MissingArgument, ScriptPreprocessorException,
