@@ -18,7 +18,8 @@ std::string includedBy(std::string const& line) {
     if (hash == std::string::npos)
         return {};
     std::istringstream words(line.substr(hash + 1));
-    std::string keyword, name;
+    std::string keyword;
+    std::string name;
     words >> keyword >> name;
     if (keyword != "include")
         return {};
