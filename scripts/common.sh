@@ -36,6 +36,19 @@ build() {
   cmake --build --preset "$preset" ${1+--target "$@"}
 }
 
+# The same, showing what the compiler says only when it fails.
+build_quietly() {
+  local log
+  log=$(mktemp)
+  echo "Building $*"
+  if ! build "$@" >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    exit 1
+  fi
+  rm -f "$log"
+}
+
 # Builds a preset and runs its tests.
 build_and_test() {
   build "$1"

@@ -3,7 +3,7 @@
 # find_package, and with pkg-config.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 require "${build_packages[@]}" pkg-config
-build release >/dev/null
+build_quietly release
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT

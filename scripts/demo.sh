@@ -4,7 +4,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 directory=$(cd "$OLDPWD" && realpath "${1:-$root/examples/data}")
 require "${build_packages[@]}"
-build release zel mount_and_read read_settings >/dev/null
+build_quietly release zel mount_and_read read_settings
 
 archive=build/demo.bva
 echo "\$ zel pack --skip-empty $directory $archive"

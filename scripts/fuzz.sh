@@ -4,7 +4,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 seconds=${1:?usage: fuzz.sh SECONDS [TARGET]}
 require "${build_packages[@]}" "${clang_packages[@]}" libclang-rt-14-dev
-build fuzz >/dev/null
+build_quietly fuzz
 
 mkdir -p build/fuzz/finds
 for source in "fuzz/seeds/"${2:-*}; do

@@ -58,7 +58,6 @@ TEST(ExceptionTest, ArchiveExceptionsAreNoFileExceptions) {
     static_assert(!std::is_base_of_v<Zel::FileException, Zel::Exception_ArchiveVersionInvalid>);
     static_assert(sizeof(Zel::FileException_SeekError) == sizeof(Zel::Exception), "leaves add no data");
     // Across the library's border, too.
-    Zel::setVerboseCallback(nullptr);
     EXPECT_THROW(Zel::File("no such file", Zel::File::READ), Zel::FileException);
 }
 

@@ -35,6 +35,11 @@ TEST_F(DirectoriesTest, TheCurrentDirIsTheWorkingDirectoryUntilAnArchiveIsNamed)
     EXPECT_EQ(test::errorOf<Zel::FileException_DirectoryNotFound>([] { File::setCurrentDir("No/Where/"); }),
               "Directory \"No/Where/\" not found");
 
+    EXPECT_THROW(File::setCurrentDir("q:/../.."), Zel::FileException_DirectoryNotFound);
+    EXPECT_EQ(fs::current_path().filename(), "there") << "what cannot be appended is not entered either";
+    EXPECT_EQ(File::getCurrentDir(), scratch + "there\\");
+
+    EXPECT_THROW(File::setCurrentDir("No/Where"), Zel::FileException_DirectoryNotFound);
     File::setCurrentDir("..");
     EXPECT_EQ(fs::current_path().filename(), "here");
     EXPECT_EQ(File::sm_currentDir.str(), scratch + "there\\No") << "what failed had been appended, too";
