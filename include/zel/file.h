@@ -5,13 +5,18 @@
 #include <cstdio>
 #include <list>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
 #include <zel/api.h>
+#include <zel/archive.h>
 #include <zel/exception.h>
 #include <zel/vector.h>
 
 namespace Zel {
 
-class Archive;
+class FColor;
+struct CharacterSet;
 
 /// A directory path with one operation, append. Separators are backslashes; a slash is accepted on input.
 /// On POSIX hosts the drive "z:" is the root directory: z:\home\me is /home/me.
@@ -88,7 +93,7 @@ public:
     int getPosition() const;
     void setPosition(int position);
 
-    bool endReached() const;
+    bool endReached() const { return m_position >= std::int64_t{m_offset} + m_size; }
 
     /// Reads exactly `count` bytes. Past the end, nothing is read; when the host delivers too few, the
     /// position stands behind those that came. Both throw FileException_ReadError.
@@ -150,8 +155,53 @@ public:
     /// Everything up to and including the last separator; empty when there is none.
     static std::string getFileDir(std::string const& name);
 
-    /// Archive-only, 1 at first: while it is not 0, `exists` does not look at the disk. Opening a File does
-    /// not ask it.
+    /// Extraction: copies of archived files for those who need a real path. Temporary ones go to a directory
+    /// of their own (see getTmpDir), and all that they make is recorded for `cleanup`, also when they fail.
+    ///
+    /// An entry is not extracted when nothing can be written under its name, when it is the second of two
+    /// that differ in case or slashes alone, or when its name leads out of the destination (see
+    /// whyNotExtracted). The exceptions name the entry's key: FileException_SeekError and
+    /// FileException_ReadError when the archive does not hold the bytes it promises,
+    /// FileException_FileCorrupted when the checksum differs, FileException_WriteError when the disk refuses
+    /// them; no part of the file is left behind then. They throw FileException_DirectoryNotFound when the
+    /// given name leads nowhere (see Path::append).
+
+    /// Extracts the file that opening `name` would find in an archive. True when it could: `name` is then the
+    /// path of the copy. Otherwise `name` becomes the path under which the disk would be asked and, unless
+    /// archive-only is set, the result tells whether that exists. Meant: the temporary directory is made
+    /// before anything is looked up.
+    static bool extractFile(std::string& name);
+
+    /// Extracts what the newest archive with anything below a directory has there, in the order of the keys,
+    /// until one fails. Returns whether all went well; once the first has, `dir` is what was given below the
+    /// temporary directory, with a final backslash. When there is none, or the first fails, and archive-only
+    /// is 0, `dir` becomes the full path, with a final backslash, and the result tells whether that exists.
+    static bool extractDirectory(std::string& dir);
+
+    /// The same, but below `destination`, an existing directory given with a final separator, to stay:
+    /// nothing is recorded. Files that are there are overwritten; links that are there are the caller's own
+    /// and lead on. An empty destination is refused.
+    static bool extractDirectoryPermanent(std::string& dir, std::string destination);
+
+    /// Removes what temporary extractions and getTmpDir have recorded, the newest first, and forgets it.
+    /// Failures are ignored: a directory in which somebody else has put files stays. Nothing is removed
+    /// through a link that has taken the place of a recorded directory.
+    static void cleanup();
+
+    /// Removes the temporary directories of every run, those of other running programs included.
+    void forced_cleanup();
+
+    /// Removes a directory and all below it, read-only files included. Links are removed, never followed.
+    /// Failures are ignored.
+    void forced_remove_directory(char const* directory);
+
+    /// Why no entry stored under this name is extracted, in a few words, or null when it may be: names must
+    /// lead down from the destination, and mean on this host what they say. For programs that write an
+    /// archive's entries themselves.
+    static char const* whyNotExtracted(std::string const& name);
+
+    /// Archive-only, 1 at first: while it is not 0, `exists` and the extraction operations do not look at the
+    /// disk. Opening a File does not ask it.
     static void setArchiveOnly(int archiveOnly);
     static int getArchiveOnly();
 
@@ -167,9 +217,36 @@ public:
 
 private:
     void initializeMembers();
+    static Archive const* findEntry(std::string const& key, Archive::FileInfo& info);
     bool openArchived(std::string const& path);
     void openLoose(std::string const& path);
+    bool openArchive(Archive const& archive);
+    void enterEntry(Archive const& archive, Archive::FileInfo const& info);
     void checkEntry(std::uint32_t expectedCrc);
+
+    friend class TextFile; // which reads within what the stream has read ahead
+
+    /// Whether the stream surely stands at m_position: not after a seek that failed, and not once the File
+    /// was copied, for then either may move the stream that the other reads.
+    struct InStep {
+        mutable bool value = true;
+
+        InStep() = default;
+        // Meant: copying changes the source, too.
+        InStep(InStep const& source) : value(false) { source.value = false; } // NOLINT(cert-oop58-cpp)
+        InStep& operator=(InStep const& source) {                             // NOLINT(cert-oop54-cpp)
+            value = source.value = false;                                     // NOLINT(cert-oop58-cpp)
+            return *this;
+        }
+    };
+
+    enum class Extraction { None, Partly, Whole };
+    static Extraction extractEntries(std::string const& prefix, std::string const& destination,
+                                     bool permanent);
+    static bool extractBelow(std::string prefix, std::string& dir, std::string const& destination,
+                             bool permanent);
+    static bool extract(std::string& name, Archive::FileInfo info, Archive const* archive,
+                        std::string destination, bool permanent);
 
     std::string m_filename;
     Mode m_mode;
@@ -178,6 +255,7 @@ private:
     Archive const* m_archive;
     std::FILE* m_handle;
     std::int32_t m_position; // within the stream: the offset plus the logical position
+    InStep m_inStep;
 };
 
 /// A file of typed values, each in a fixed width: 1 byte for bool, char and unsigned char; 2 for short and
@@ -246,6 +324,89 @@ private:
     float swapFloat(float value) const;
 
     ByteOrder m_byteOrder;
+};
+
+/// A file of text: tokens with white space between them, and lines. Characters are bytes. White space is the
+/// space, the tab, the line feed, the vertical tab, the form feed and the carriage return, in every locale; a
+/// zero byte ends whatever is being read, as the end of the file does. Errors are those of File.
+///
+/// A token is skipped to over white space, and the white space behind it is skipped too. It reaches to the
+/// next white space, or from one double quote to the next: then it may hold white space and line ends, and
+/// the quotes are dropped. Nothing can be escaped. Meant: the token at the end of the file is one zero
+/// character.
+class ZEL_API TextFile : public File {
+public:
+    /// Opens the file as File does.
+    TextFile(std::string const& name, Mode mode);
+
+    /// Reads all the rest, up to a zero byte.
+    void readFile(std::string& text);
+
+    /// Reads a line without its end, CR or LF, over blank lines and leading white space. Whether it had an
+    /// end: the last line of a file may have none, and what there is of it is in `line` all the same.
+    bool readLine(std::string& line);
+
+    /// Reads the words of a line, up to CR or LF; at the end of the file, what there is. Meant: every white
+    /// space ends a word, so two in a row have an empty word between them, and of CR LF the LF is left for
+    /// the next line.
+    void readLine(std::vector<std::string>& words);
+
+    TextFile& operator>>(std::string& value);
+
+    /// Numbers are read from a token by the rules of the C library's atoi and atof: what does not lead with a
+    /// number is 0. An integer becomes the nearest one of 32 bits, signed, and is then stored with the
+    /// target's width (-1 is 4294967295 in an unsigned long). A bool is whether such an integer is not 0.
+    TextFile& operator>>(bool& value);
+    TextFile& operator>>(short& value);
+    TextFile& operator>>(unsigned short& value);
+    TextFile& operator>>(int& value);
+    TextFile& operator>>(unsigned int& value);
+    TextFile& operator>>(long& value);
+    TextFile& operator>>(unsigned long& value);
+    TextFile& operator>>(float& value);
+
+    /// The next character, white space around it skipped; 0 at the end.
+    TextFile& operator>>(char& value);
+
+    /// Meant, and unlike char: a token, of which the first character is kept.
+    TextFile& operator>>(unsigned char& value);
+
+    TextFile& operator>>(Vector3Template<float>& value);
+
+    /// Red, green and blue; alpha stays as it is.
+    TextFile& operator>>(FColor& value);
+
+    /// Nothing is written before or after the value.
+    TextFile& operator<<(std::string const& value);
+
+    /// With six decimals.
+    TextFile& operator<<(float value);
+
+    /// Meant: as a signed number of 32 bits, so 4294967295 is written as -1.
+    TextFile& operator<<(short value);
+    TextFile& operator<<(unsigned short value);
+    TextFile& operator<<(int value);
+    TextFile& operator<<(unsigned int value);
+    TextFile& operator<<(long value);
+    TextFile& operator<<(unsigned long value);
+
+    /// The components with a space between them.
+    TextFile& operator<<(Vector3Template<float> const& value);
+
+    /// Any other number, and bool, char and unsigned char, would silently be written as an int.
+    template <class T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
+    TextFile& operator<<(T value) = delete;
+
+private:
+    int readChar();
+    std::string_view readAhead();
+    void pass(std::size_t count);
+    void appendPlain(std::string& text, std::string_view bytes) const;
+    char plain(char byte) const;
+    int readTo(CharacterSet const& ends, std::string* text);
+    int readPast(CharacterSet const& ends, std::string* text);
+    void skipWhiteSpaces();
+    std::int32_t readInteger();
 };
 
 /// A whole file in memory, archived or loose.

@@ -6,7 +6,11 @@
 #include <zel/crc32.h>
 #include <zel/exception.h>
 #include <zel/file.h>
+#include <zel/image.h>
 #include <zel/init.h>
+#include <zel/memory_blocks.h>
+#include <zel/noise.h>
 #include <zel/script.h>
+#include <zel/timer.h>
 #include <zel/vector.h>
 #include <zel/verbose.h>

@@ -1,14 +1,14 @@
-// Scrambling: every byte is combined with one fixed key, the same way in both directions.
+// Scrambling and unscrambling, for callers of the library.
+
+#include "archive/scramble.h"
 
 #include <zel/archive.h>
 
 namespace Zel {
 
 void Archive::decrypt(void* data, int length) {
-    constexpr unsigned char kKey = 0x3B;
-    auto* const bytes = static_cast<unsigned char*>(data);
-    for (int i = 0; i < length; ++i)
-        bytes[i] ^= kKey;
+    if (length > 0)
+        unscramble(data, static_cast<std::size_t>(length));
 }
 
 } // namespace Zel

@@ -9,8 +9,10 @@
 
 namespace Zel {
 
-unsigned long crc32(void const* data, std::size_t length) {
-    Crc32Register crc;
+unsigned long crc32(void const* data, std::size_t length) { return crc32(data, length, 0); }
+
+unsigned long crc32(void const* data, std::size_t length, unsigned long previous) {
+    Crc32Register crc(static_cast<std::uint32_t>(previous));
     crc.update(data, length);
     return crc.value();
 }

@@ -12,6 +12,9 @@ namespace Zel {
 
 class Crc32Register {
 public:
+    /// Goes on behind bytes whose checksum is `previous`; 0 is that of no bytes.
+    explicit Crc32Register(std::uint32_t previous = 0) : m_register(~previous) {}
+
     void update(void const* data, std::size_t length) {
         auto const* bytes = static_cast<unsigned char const*>(data);
         std::uint32_t value = m_register;
@@ -37,7 +40,7 @@ private:
 
     static std::array<std::uint32_t, 256> const kTable; // built by the compiler, not at start-up
 
-    std::uint32_t m_register = 0xFFFFFFFF;
+    std::uint32_t m_register;
 };
 
 inline constexpr std::array<std::uint32_t, 256> Crc32Register::kTable = Crc32Register::makeTable();

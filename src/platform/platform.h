@@ -5,11 +5,14 @@
 // refuses: each one tells in its result. A path with a zero byte in it names nothing on any platform.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace Zel::platform {
 
@@ -23,17 +26,53 @@ using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 /// directory is. The caller closes it.
 std::FILE* openStream(std::string const& path, char const* mode);
 
+/// What the stream holds of its file beyond the place where it stands, without asking the host. It stays
+/// until the stream is used.
+inline std::string_view heldBytes(std::FILE* stream);
+
+/// The same, read from the host when there is nothing: one byte at least, unless the stream's end or an error
+/// has been reached.
+inline std::string_view readAhead(std::FILE* stream);
+
+/// Reads bytes that the stream holds.
+inline void passReadAhead(std::FILE* stream, std::size_t count);
+
 /// The length in bytes of the file behind a stream; -1 when the host cannot tell.
 std::int64_t streamLength(std::FILE* stream);
 
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);
 
+/// Makes a file that does not exist yet and opens it for writing bytes. Null when anything has that very
+/// name, a link included. The caller closes it.
+std::FILE* createStream(std::string const& path);
+
 /// Whether a directory of that name cannot be made, because something has the name.
 bool isTaken(std::string const& path);
 
-/// Removes a file. A failure is ignored.
+/// Removes a file; of a link, the link itself. A failure is ignored.
 void removeFile(std::string const& path);
+
+// Paths of directories come without a final separator.
+
+enum class Making { Made, Existed, Failed };
+
+/// Makes one directory inside an existing one. "Existed" tells that something has the name, a file included.
+Making makeDirectory(std::string const& path);
+
+/// Whether the last name of the path is that of a symbolic link or of another reparse point.
+bool isLink(std::string const& path);
+
+/// Removes an empty directory. A failure is ignored.
+void removeDirectory(std::string const& path);
+
+/// Removes a directory and all that it holds, what is read-only included. Links are removed, never followed.
+/// What cannot be removed stays.
+void removeTree(std::string const& path);
+
+/// Whether a file of that name, one without separators, is called so: on some hosts a name may stand for a
+/// device, or lose its end.
+bool isFileName(std::string const& name);
 
 /// Makes a directory the working directory of the process. False on failure.
 bool changeDirectory(std::string const& path);
@@ -55,10 +94,42 @@ std::optional<std::string> commonDataFolder(std::string const& subFolder, Folder
 /// The name of this computer.
 std::optional<std::string> computerName();
 
-/// The time of day in units of 100 ns since 1601-01-01 UTC.
+/// The time of day in units of 100 ns since 1601-01-01 UTC; 0 when the host cannot tell it as a number.
 std::uint64_t systemTime();
+
+/// Milliseconds of a steady clock, modulo 2^32.
+std::uint32_t milliseconds();
+
+/// Has `milliseconds` advance in steps of 1 until endMillisecondTicks is called. False when the host refuses.
+bool beginMillisecondTicks();
+void endMillisecondTicks();
 
 /// The finest steady counter of the host, in units of its own.
 std::uint64_t performanceCounter();
 
+/// The units of performanceCounter in a second; nothing when the host has no such counter.
+std::optional<std::int64_t> performanceFrequency();
+
+struct JpegPicture {
+    int width = 0;
+    int height = 0;
+    bool isGrey = false;              ///< one byte a pixel; three, blue, green and red, otherwise
+    std::vector<unsigned char> bytes; ///< row by row from the top, without padding
+};
+
+enum class JpegResult {
+    Done,
+    UnsupportedColorSpace, ///< neither 24-bit colour nor 8-bit grey; nothing is converted
+    TooManyPixels,         ///< more than 2^31 - 1; width and height are told
+    Failed
+};
+
+/// Decodes a JPEG file on the disk. Memory is taken only for a size that the file's bytes can fill.
+JpegResult decodeJpeg(std::string const& path, JpegPicture& picture);
+
+/// Encodes a colour picture and drops the result. False when that fails.
+bool encodeJpeg(JpegPicture const& picture);
+
 } // namespace Zel::platform
+
+#include "read_ahead.h" // the inline part, from the folder of the host

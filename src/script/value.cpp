@@ -2,40 +2,14 @@
 
 #include "script/value.h"
 
+#include "core/numbers.h"
 #include "script/characters.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cstdlib>
-#include <limits>
 
 namespace Zel {
 namespace {
-
-/// As the C library's atoi, but numbers outside 32 bits become the nearest one inside.
-std::int32_t toInt(std::string_view text) {
-    bool const isNegative = text.starts_with('-');
-    std::int64_t value = 0;
-    for (char digit : text.substr(isNegative ? 1 : 0))
-        value = std::min<std::int64_t>(value * 10 + (digit - '0'), std::numeric_limits<std::uint32_t>::max());
-    value = std::clamp<std::int64_t>(isNegative ? -value : value, std::numeric_limits<std::int32_t>::min(),
-                                     std::numeric_limits<std::int32_t>::max());
-    return static_cast<std::int32_t>(value);
-}
-
-/// As the C library's atof in the "C" locale, narrowed to single precision: white space and a sign may lead
-/// the number, and a text without one is 0.
-float toFloat(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-    if (text.starts_with('+') && !text.starts_with("+-"))
-        text.remove_prefix(1);
-    double value = 0;
-    auto const result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec == std::errc::result_out_of_range) // which is told without telling to which side
-        value = std::strtod(std::string(text).c_str(), nullptr);
-    return static_cast<float>(value);
-}
 
 struct Counts {
     std::ptrdiff_t letters, digits, points, commas;

@@ -13,6 +13,13 @@ TEST_F(Crc32Test, GivesThePublishedValues) {
     EXPECT_EQ(Zel::crc32(std::string(32, '\xFF').data(), 32), 0xFF6CAB0Bu);
 }
 
+TEST_F(Crc32Test, GoesOnFromPieceToPiece) {
+    for (std::size_t first = 0; first <= 9; ++first) {
+        unsigned long const previous = Zel::crc32("123456789", first);
+        EXPECT_EQ(Zel::crc32(&"123456789"[first], 9 - first, previous), 0xCBF43926u) << first;
+    }
+}
+
 TEST_F(Crc32Test, OfAFileIsThatOfItsBytes) {
     writeFile("loose.bin", "123456789");
     writeFile("empty.bin", "");

@@ -1,7 +1,6 @@
 // Temporary directories and names.
 
-#include "support/host.h"
-#include "support/library_test.h"
+#include "support/temporary_test.h"
 
 #include <cstdio>
 #include <gmock/gmock.h>
@@ -11,14 +10,7 @@ namespace {
 namespace fs = std::filesystem;
 using Zel::File;
 
-class TemporaryTest : public test::LibraryTest {
-protected:
-    TemporaryTest() { removeTemporaryRoot(); }
-    ~TemporaryTest() override { removeTemporaryRoot(); }
-
-    static fs::path temporaryRoot() { return test::commonDataFolder() / "Brisvane" / "temp"; }
-    static void removeTemporaryRoot() { fs::remove_all(temporaryRoot()); }
-};
+using test::TemporaryTest;
 
 TEST_F(TemporaryTest, TemporaryDirectoriesAreNewEmptyAndRecorded) {
     std::string const first = File::getTmpDir();

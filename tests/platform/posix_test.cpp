@@ -2,6 +2,7 @@
 
 #include "support/host.h"
 #include "support/library_test.h"
+#include "support/pictures.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -167,6 +168,40 @@ TEST_F(PosixTest, TheCommonDataFolderFollowsTheEnvironment) {
     ASSERT_EQ(seteuid(user), 0);
     setenv("HOME", home.c_str(), 1);
     setenv("ZEL_COMMON_DATA", chosen.c_str(), 1);
+}
+
+TEST_F(PosixTest, APictureThatTheDiskRefusesIsAWriteError) {
+    for (std::string const name : {"full.tga", "full.bmp"}) {
+        fs::create_symlink("/dev/full", path(name));
+        EXPECT_EQ(test::errorOf<Zel::FileException_WriteError>([&] { Zel::Image(1, 1).save(name); }),
+                  "Write error in \"" + name + "\"");
+    }
+}
+
+TEST_F(PosixTest, TheJpegEncoderTakesEveryPictureWithPixels) {
+    EXPECT_NO_THROW(Zel::Image(40, 30).save("out.jpg"));
+    EXPECT_FALSE(fs::exists(path("out.jpg")));
+}
+
+TEST_F(PosixTest, AJpegPictureOfMorePixelsThanItsBytesCanFillIsRefused) {
+    writeFile("bomb.jpg",
+              test::fileContent(ZEL_SOURCE_DIR "/tests/regressions/jpeg/size_that_its_bytes_cannot_fill"));
+    EXPECT_THROW(Zel::Image(test::libraryPath(path("bomb.jpg"))), Zel::JPEGLoaderException_LoadFailed);
+}
+
+TEST_F(PosixTest, AJpegPictureNeedsNothingBehindItsLastRow) {
+    std::string const picture = test::testData("colour.jpg");
+    writeFile("open.jpg", picture.substr(0, picture.size() - 2));
+    EXPECT_EQ(Zel::Image(test::libraryPath(path("open.jpg"))).getWidth(), 16);
+}
+
+TEST_F(PosixTest, AnImpossibleSizeOfAJpegPictureIsToldByItsNumbers) {
+    std::string picture = test::testData("colour.jpg");
+    picture.replace(picture.find("\xFF\xC0") + 5, 4, "\xFF\xDC\xFF\xDC");
+    writeFile("huge.jpg", picture);
+    std::string const name = test::libraryPath(path("huge.jpg"));
+    EXPECT_EQ(test::errorOf<Zel::ImageException_IllegalDimensions>([&] { Zel::Image{name}; }),
+              "Image \"" + name + "\" has illegal dimensions 65500x65500");
 }
 
 } // namespace

@@ -1,10 +1,9 @@
 // The program on a host that tells case, has links, and takes every byte but two in a name.
 
+#include "support/full_disk.h"
 #include "support/program_test.h"
 
-#include <csignal>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -48,15 +47,12 @@ TEST_F(PosixZelTest, PackFollowsLinksToFilesAlone) {
 TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     writeFile("t/large", std::string(100'000, 'x'));
     writeFile("out.bva", "the older one");
-    rlimit limit = {};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    rlimit const small = {50'000, limit.rlim_max};
-    auto const handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small); // no file may grow larger: writing fails as on a full disk
-    int const exitCode = zel({"pack", "t", "out.bva"});
-    int const other = zel({"pack", "t", "new.bva"});
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
+    int exitCode = 0;
+    int other = 0;
+    test::withFullDisk(50'000, [&] {
+        exitCode = zel({"pack", "t", "out.bva"});
+        other = zel({"pack", "t", "new.bva"});
+    });
     EXPECT_EQ(exitCode, 3);
     EXPECT_EQ(other, 3);
     EXPECT_THAT(err(), HasSubstr("zel: cannot write new.bva: "));

@@ -18,7 +18,22 @@ int openDescriptors();
 /// Whether a directory is open to nobody but its owner; true where the host has no such modes.
 bool isPrivate(std::filesystem::path const& directory);
 
+/// Whether the host keeps names of devices, and names that end in a dot or a blank, to itself.
+bool hasReservedNames();
+
 /// The path as the library writes it.
 std::string libraryPath(std::filesystem::path const& path);
+
+/// Whether hostile pictures may be given to the host's JPEG codec. Not to Wine's, which overruns its buffers.
+bool takesHostileJpeg();
+
+/// Lets the calling thread use the host's image codecs while this object lives.
+class ImagingThread {
+public:
+    ImagingThread();
+    ImagingThread(ImagingThread const&) = delete;
+    ImagingThread& operator=(ImagingThread const&) = delete;
+    ~ImagingThread();
+};
 
 } // namespace test

@@ -32,10 +32,17 @@ bool isPrivate(fs::path const& directory) {
     return stat(directory.c_str(), &status) == 0 && (status.st_mode & 0777) == 0700;
 }
 
+bool hasReservedNames() { return false; }
+
 std::string libraryPath(fs::path const& path) {
     std::string text = "z:" + fs::absolute(path).string();
     std::replace(text.begin(), text.end(), '/', '\\');
     return text;
 }
+
+bool takesHostileJpeg() { return true; }
+
+ImagingThread::ImagingThread() = default;
+ImagingThread::~ImagingThread() = default;
 
 } // namespace test

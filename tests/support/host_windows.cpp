@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <io.h>
+#include <objbase.h>
 
 namespace test {
 
@@ -24,6 +25,13 @@ int openDescriptors() {
 
 bool isPrivate(fs::path const& /*directory*/) { return true; }
 
+bool hasReservedNames() { return true; }
+
 std::string libraryPath(fs::path const& path) { return fs::absolute(path).make_preferred().string(); }
+
+bool takesHostileJpeg() { return false; }
+
+ImagingThread::ImagingThread() { CoInitialize(nullptr); }
+ImagingThread::~ImagingThread() { CoUninitialize(); }
 
 } // namespace test

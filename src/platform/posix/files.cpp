@@ -4,7 +4,6 @@
 #include "platform/platform.h"
 #include "platform/posix/paths.h"
 
-#include <cerrno>
 #include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,20 +11,6 @@
 
 namespace Zel::platform {
 namespace {
-
-/// Calls `act` with the exact host path and, when nothing is there, with the one found by ignoring case;
-/// `act` returns -1 when it fails.
-template <class Act>
-int withExistingPath(std::string const& path, Act act) {
-    auto const exact = toHostPath(path);
-    if (!exact)
-        return -1;
-    int const result = act(exact->c_str());
-    if (result != -1 || errno != ENOENT)
-        return result;
-    auto const matched = matchIgnoringCase(*exact);
-    return matched ? act(matched->c_str()) : -1;
-}
 
 int openForReading(std::string const& path) {
     // Not blocking keeps a pipe without a writer from holding up its reader; files do not notice.
@@ -37,9 +22,9 @@ int openForReading(std::string const& path) {
 /// file yet is followed.
 int openForWriting(std::string const& path, int disposition) {
     int const flags = O_WRONLY | disposition | O_CLOEXEC;
-    int const existing = withExistingPath(path, [flags](char const* host) { return open(host, flags); });
     auto const exact = toHostPath(path);
-    if (existing != -1 || !exact)
+    int const existing = exact ? open(exact->c_str(), flags) : -1;
+    if (!exact || existing != -1 || errno != ENOENT)
         return existing;
     auto const matched = matchIgnoringCase(*exact);
     auto const place = matched ? matched : placeIgnoringCase(*exact);
@@ -51,18 +36,20 @@ bool isDirectory(int descriptor) {
     return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+/// The stream of a descriptor, which is closed when there can be none.
+std::FILE* streamOf(int descriptor, char const* mode) {
+    std::FILE* const stream = isDirectory(descriptor) ? nullptr : fdopen(descriptor, mode);
+    if (stream == nullptr)
+        close(descriptor);
+    return stream;
+}
+
 } // namespace
 
 std::FILE* openStream(std::string const& path, char const* mode) {
     int const descriptor =
         mode[0] == 'r' ? openForReading(path) : openForWriting(path, mode[0] == 'a' ? O_APPEND : O_TRUNC);
-    if (descriptor == -1)
-        return nullptr;
-
-    std::FILE* const stream = isDirectory(descriptor) ? nullptr : fdopen(descriptor, mode);
-    if (stream == nullptr)
-        close(descriptor);
-    return stream;
+    return descriptor != -1 ? streamOf(descriptor, mode) : nullptr;
 }
 
 std::int64_t streamLength(std::FILE* stream) {
@@ -75,7 +62,12 @@ bool pathExists(std::string const& path) {
     return withExistingPath(path, [&status](char const* host) { return stat(host, &status); }) == 0;
 }
 
-bool isTaken(std::string const& path) { return pathExists(path); }
+std::FILE* createStream(std::string const& path) {
+    auto const exact = toHostPath(path);
+    auto const place = exact ? placeIgnoringCase(*exact) : std::nullopt;
+    int const descriptor = place ? open(place->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666) : -1;
+    return descriptor != -1 ? streamOf(descriptor, "wb") : nullptr;
+}
 
 void removeFile(std::string const& path) {
     withExistingPath(path, [](char const* host) { return unlink(host); });

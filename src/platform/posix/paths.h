@@ -1,6 +1,7 @@
 // The library's paths on a POSIX host, and lookup that ignores case.
 #pragma once
 
+#include <cerrno>
 #include <optional>
 #include <string>
 
@@ -19,5 +20,19 @@ std::optional<std::string> matchIgnoringCase(std::string const& hostPath);
 
 /// Where a new file of that name belongs: the directory found by matchIgnoringCase, the name as it stands.
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
+
+/// Calls `act` with the exact host path and, when nothing is there, with the one found by ignoring case;
+/// `act` returns -1 when it fails.
+template <class Act>
+int withExistingPath(std::string const& path, Act act) {
+    auto const exact = toHostPath(path);
+    if (!exact)
+        return -1;
+    int const result = act(exact->c_str());
+    if (result != -1 || errno != ENOENT)
+        return result;
+    auto const matched = matchIgnoringCase(*exact);
+    return matched ? act(matched->c_str()) : -1;
+}
 
 } // namespace Zel::platform

@@ -43,10 +43,14 @@ bool makeDirectories(std::string const& hostPath, mode_t mode) {
     return place && (mkdir(place->c_str(), mode) == 0 || errno == EEXIST);
 }
 
-std::uint64_t nanoseconds(clockid_t clock) {
+constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
+
+template <std::uint64_t unitsPerSecond>
+std::uint64_t timeOf(clockid_t clock) {
     timespec now{};
     clock_gettime(clock, &now);
-    return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000'000 + static_cast<std::uint64_t>(now.tv_nsec);
+    return static_cast<std::uint64_t>(now.tv_sec) * unitsPerSecond +
+           static_cast<std::uint64_t>(now.tv_nsec) / (kNanosecondsPerSecond / unitsPerSecond);
 }
 
 } // namespace
@@ -85,9 +89,16 @@ std::optional<std::string> computerName() {
 
 std::uint64_t systemTime() {
     constexpr std::uint64_t kUnitsFrom1601To1970 = 116'444'736'000'000'000;
-    return nanoseconds(CLOCK_REALTIME) / 100 + kUnitsFrom1601To1970;
+    return timeOf<10'000'000>(CLOCK_REALTIME) + kUnitsFrom1601To1970;
 }
 
-std::uint64_t performanceCounter() { return nanoseconds(CLOCK_MONOTONIC); }
+std::uint32_t milliseconds() { return static_cast<std::uint32_t>(timeOf<1000>(CLOCK_MONOTONIC)); }
+
+bool beginMillisecondTicks() { return true; } // the clock is finer than that at all times
+void endMillisecondTicks() {}
+
+std::uint64_t performanceCounter() { return timeOf<kNanosecondsPerSecond>(CLOCK_MONOTONIC); }
+
+std::optional<std::int64_t> performanceFrequency() { return kNanosecondsPerSecond; }
 
 } // namespace Zel::platform

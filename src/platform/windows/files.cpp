@@ -1,20 +1,16 @@
 // Streams and files on Windows: the C runtime's calls on the path as it stands.
 
 #include "platform/platform.h"
+#include "platform/windows/paths.h"
 
 #include <windows.h>
 
 #include <direct.h>
+#include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
 
 namespace Zel::platform {
-namespace {
-
-/// The C runtime would cut such a path at its zero byte and open something else.
-bool isCut(std::string const& path) { return path.find('\0') != std::string::npos; }
-
-} // namespace
 
 std::FILE* openStream(std::string const& path, char const* mode) {
     return isCut(path) ? nullptr : std::fopen(path.c_str(), mode);
@@ -27,7 +23,16 @@ bool pathExists(std::string const& path) {
     return !isCut(path) && _stat64(path.c_str(), &status) == 0;
 }
 
-bool isTaken(std::string const& path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+std::FILE* createStream(std::string const& path) {
+    int const flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
+    int const descriptor = isCut(path) ? -1 : _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
+    if (descriptor == -1)
+        return nullptr;
+    std::FILE* const stream = _fdopen(descriptor, "wb");
+    if (stream == nullptr)
+        _close(descriptor);
+    return stream;
+}
 
 void removeFile(std::string const& path) {
     if (!isCut(path))

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <mmsystem.h>
 #include <shlobj.h>
 
 #include <cstdlib>
@@ -60,10 +61,22 @@ std::uint64_t systemTime() {
     return static_cast<std::uint64_t>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime;
 }
 
+std::uint32_t milliseconds() { return timeGetTime(); }
+
+bool beginMillisecondTicks() { return timeBeginPeriod(1) == TIMERR_NOERROR; }
+void endMillisecondTicks() { timeEndPeriod(1); }
+
 std::uint64_t performanceCounter() {
     LARGE_INTEGER counter;
     QueryPerformanceCounter(&counter);
     return static_cast<std::uint64_t>(counter.QuadPart);
+}
+
+std::optional<std::int64_t> performanceFrequency() {
+    LARGE_INTEGER frequency;
+    if (!QueryPerformanceFrequency(&frequency))
+        return std::nullopt;
+    return frequency.QuadPart;
 }
 
 } // namespace Zel::platform

@@ -1,0 +1,53 @@
+// A file read on from its present position, a few bytes at a time, but asked for in blocks.
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+#include <zel/file.h>
+
+namespace Zel {
+
+class BlockReader {
+public:
+    /// The file must outlive this reader; its own position runs ahead.
+    explicit BlockReader(File& file) : m_file(file) {}
+
+    /// Throws FileException_ReadError at the end of the file.
+    unsigned char readByte() {
+        if (m_next == m_block.size())
+            fill();
+        return m_block[m_next++];
+    }
+
+    /// Reads `count` bytes; throws like readByte.
+    void read(unsigned char* to, std::size_t count) {
+        while (count > 0) {
+            if (m_next == m_block.size())
+                fill();
+            std::size_t const part = std::min(count, m_block.size() - m_next);
+            std::memcpy(to, &m_block[m_next], part);
+            m_next += part;
+            to += part;
+            count -= part;
+        }
+    }
+
+private:
+    static constexpr int kBlockSize = 65536;
+
+    void fill() {
+        int const left = m_file.getSize() - m_file.getPosition();
+        if (left <= 0)
+            throw FileException_ReadError(m_file.getFilename().c_str());
+        m_block.resize(static_cast<std::size_t>(std::min(left, kBlockSize)));
+        m_next = 0;
+        m_file.read(m_block.data(), static_cast<int>(m_block.size()));
+    }
+
+    File& m_file;
+    std::vector<unsigned char> m_block;
+    std::size_t m_next = 0;
+};
+
+} // namespace Zel

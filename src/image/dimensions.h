@@ -1,0 +1,22 @@
+// The sizes that images can have.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <zel/image.h>
+
+namespace Zel {
+
+/// The pixels of an image of that size; none when a side is 0 or below. Throws
+/// ImageException_IllegalDimensions, naming the file, when a signed 32-bit number cannot count them.
+inline std::size_t pixelCount(int width, int height, char const* fileName = "") {
+    if (width <= 0 || height <= 0)
+        return 0;
+    std::int64_t const pixels = std::int64_t{width} * height;
+    if (pixels > std::numeric_limits<std::int32_t>::max())
+        throw ImageException_IllegalDimensions(fileName, width, height);
+    return static_cast<std::size_t>(pixels);
+}
+
+} // namespace Zel

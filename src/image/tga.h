@@ -1,0 +1,68 @@
+// Truevision TGA files: grey, palette and true-colour pictures, raw or run-length encoded.
+#pragma once
+
+#include "image/codec.h"
+
+#include <array>
+#include <cstdint>
+#include <zel/file.h>
+
+namespace Zel {
+
+class BlockReader;
+
+class TGALoader : public ImageLoader {
+public:
+    void load(Image& image, std::string const& fileName) override;
+
+private:
+    enum class PixelKind { Grey, Indexed, Direct16, Direct24Or32 };
+
+    void readHeader(File& file);
+    void choosePixelKind();
+    void refuseImpossibleSize(File const& file);
+    void readColormap(File& file);
+    void checkColormap();
+    void readRows(File& file, unsigned char* packed);
+    void decodeRow(BlockReader& reader, unsigned char* row);
+    void readPacketHeader(BlockReader& reader);
+    void repeatPixel(unsigned char* to, std::size_t size) const;
+    void convert(Color* pixelData);
+
+    std::size_t entrySize() const { return (static_cast<std::size_t>(m_entryDepth) + 1) / 8; }
+    bool isColormapped() const { return m_type == 1 || m_type == 9; }
+    std::size_t rowSize() const { return static_cast<std::size_t>(m_width) * m_bytesPerPixel; }
+    std::size_t pixels() const {
+        return static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height);
+    }
+
+    std::string m_fileName;
+    // From the header.
+    int m_idLength = 0;
+    int m_colormapType = 0;
+    int m_type = 0;
+    int m_firstEntry = 0;
+    int m_entries = 0;
+    int m_entryDepth = 0;
+    int m_width = 0;
+    int m_height = 0;
+    int m_depth = 0;
+    bool m_topFirst = false;
+    // What follows from it.
+    std::size_t m_bytesPerPixel = 0;
+    PixelKind m_kind = PixelKind::Grey;
+    bool m_encoded = false;
+    // The present packet of run-length encoded pixels; packets run on across rows.
+    std::size_t m_packetLeft = 0;
+    bool m_repeatPacket = false;
+    std::array<unsigned char, 16> m_repeated{};
+
+    std::array<Color, 256> m_palette{};
+};
+
+class TGASaver : public ImageSaver {
+public:
+    void save(Image const& image, std::string const& fileName) override;
+};
+
+} // namespace Zel

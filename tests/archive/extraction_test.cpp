@@ -1,0 +1,305 @@
+// Extraction: what lands where, what is recorded, what is refused, and what is left behind: nothing.
+
+#include "archive_writer.h"
+#include "support/hostile_names.h"
+#include "support/temporary_test.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::readThroughLibrary;
+using testing::ElementsAre;
+using Zel::Archive;
+using Zel::File;
+
+class ExtractionTest : public test::TemporaryTest {
+protected:
+    /// Names below a directory, with slashes, in order.
+    static std::vector<std::string> treeOf(fs::path const& directory) {
+        std::vector<std::string> names;
+        for (auto const& entry : fs::recursive_directory_iterator(directory))
+            names.push_back(entry.path().lexically_relative(directory).generic_string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    /// Cleans up, and expects the machine to be as it was before the extraction.
+    static void expectNothingAfterCleanup() {
+        File::cleanup();
+        EXPECT_TRUE(File::sm_extractedFiles.empty());
+        EXPECT_THAT(treeOf(temporaryRoot()), ElementsAre());
+    }
+
+    /// An existing directory to extract into, as the library wants it.
+    std::string destination() const {
+        fs::create_directories(path("out"));
+        return test::libraryPath(path("out")) + "\\";
+    }
+};
+
+TEST_F(ExtractionTest, AFileGetsARealPathOfItsOwn) {
+    std::string const content = std::string(3 * 16384, '\xFF') + "the end";
+    Archive const archive(packArchive("a.bva", {{"other", "x"}, {"sub\\file.bin", content}}));
+    std::string first = "SUB/File.BIN";
+    std::string second = first;
+    EXPECT_TRUE(File::extractFile(first));
+    EXPECT_TRUE(File::extractFile(second));
+    EXPECT_NE(first, second);
+    EXPECT_TRUE(first.ends_with("\\sub\\file.bin")) << first;
+    EXPECT_EQ(readThroughLibrary(first), content);
+    EXPECT_EQ(fs::file_size(onDisk(first)), content.size());
+    test::LogCapture const log;
+    archive.dumpUnaccessedFiles();
+    EXPECT_THAT(log.messages(), ElementsAre(testing::_, testing::HasSubstr("other"), testing::_));
+    expectNothingAfterCleanup();
+}
+
+TEST_F(ExtractionTest, ADirectoryIsRecordedInTheOrderOfItsMaking) {
+    Archive const archive(
+        packArchive("a.bva", {{"maps\\a.bin", "a"}, {"maps\\sub\\b.bin", "b"}, {"mapsnot\\c", "c"}}));
+    std::string dir = "Maps";
+    EXPECT_TRUE(File::extractDirectory(dir));
+    std::string const temporary = File::sm_extractedFiles.front();
+    EXPECT_EQ(dir, temporary + "Maps\\") << "the argument as it was given";
+    EXPECT_THAT(File::sm_extractedFiles,
+                ElementsAre(temporary, temporary + "maps\\", temporary + "maps\\a.bin",
+                            temporary + "maps\\sub\\", temporary + "maps\\sub\\b.bin"));
+    EXPECT_THAT(treeOf(onDisk(temporary)), ElementsAre("maps", "maps/a.bin", "maps/sub", "maps/sub/b.bin"));
+    expectNothingAfterCleanup();
+}
+
+TEST_F(ExtractionTest, CleanupLeavesWhatSomebodyElseHasPutThere) {
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "a"}}));
+    std::string dir = "maps/";
+    EXPECT_TRUE(File::extractDirectory(dir));
+    fs::path const copy = onDisk(dir);
+    { std::ofstream(copy / "foreign") << "x"; }
+    File::cleanup();
+    EXPECT_THAT(treeOf(copy), ElementsAre("foreign"));
+}
+
+TEST_F(ExtractionTest, WhatNoArchiveHasIsLookedForOnDiskUnlessArchivesAreAll) {
+    Archive const archive(packArchive("a.bva", {{"sub\\a", "a"}}));
+    writeFile("loose/file", "x");
+    struct {
+        int archiveOnly;
+        char const* name;
+        bool found;
+    } const cases[] = {{0, "LOOSE/File", true}, {1, "LOOSE/File", false}, {0, "missing", false}};
+    for (auto const& [archiveOnly, given, found] : cases) {
+        File::setArchiveOnly(archiveOnly);
+        std::string name = given;
+        EXPECT_EQ(File::extractFile(name), found) << given;
+        EXPECT_EQ(name, key(given == std::string("missing") ? "missing" : "loose\\file"));
+    }
+    EXPECT_EQ(File::sm_extractedFiles.size(), 3u) << "each has made its directory all the same";
+
+    File::setArchiveOnly(0);
+    std::string dir = "Loose";
+    EXPECT_TRUE(File::extractDirectory(dir));
+    EXPECT_EQ(dir, key("loose\\"));
+    dir = "missing";
+    EXPECT_FALSE(File::extractDirectory(dir));
+    EXPECT_EQ(dir, key("missing\\"));
+    File::setArchiveOnly(1);
+    dir = "Loose";
+    EXPECT_FALSE(File::extractDirectory(dir));
+    EXPECT_EQ(dir, "Loose") << "left alone";
+    expectNothingAfterCleanup();
+}
+
+TEST_F(ExtractionTest, OnlyTheNewestArchiveWithAMatchIsUsed) {
+    Archive const older(packArchive("older.bva", {{"d\\a", "old"}, {"d\\b", "old"}}));
+    Archive const newer(packArchive("newer.bva", {{"d\\a", "new"}}));
+    Archive const newest(packArchive("newest.bva", {{"e\\a", "x"}}));
+    std::string name = "d/a";
+    EXPECT_TRUE(File::extractFile(name));
+    EXPECT_EQ(readThroughLibrary(name), "new");
+    std::string dir = "d";
+    EXPECT_TRUE(File::extractDirectory(dir));
+    EXPECT_THAT(treeOf(onDisk(dir)), ElementsAre("a"));
+    EXPECT_EQ(readThroughLibrary(dir + "a"), "new");
+}
+
+TEST_F(ExtractionTest, APermanentExtractionStaysAndOverwrites) {
+    Archive const archive(packArchive("a.bva", {{"d\\a", "new"}, {"d\\sub\\b", "b"}}));
+    std::string const destination = this->destination();
+    writeFile("out/d/a", "an older and longer one");
+    std::string dir = "d";
+    EXPECT_TRUE(File::extractDirectoryPermanent(dir, destination));
+    EXPECT_EQ(dir, destination + "d\\");
+    EXPECT_TRUE(File::sm_extractedFiles.empty());
+    File::cleanup();
+    EXPECT_THAT(treeOf(path("out")), ElementsAre("d", "d/a", "d/sub", "d/sub/b"));
+    EXPECT_EQ(readFile("out/d/a"), "new");
+
+    for (std::string const& nowhere : {std::string(), destination + "missing\\"}) {
+        dir = "d";
+        EXPECT_FALSE(File::extractDirectoryPermanent(dir, nowhere)) << nowhere;
+        EXPECT_EQ(dir, "d");
+    }
+    EXPECT_FALSE(fs::exists("d")) << "an empty destination is refused before anything is made";
+}
+
+TEST_F(ExtractionTest, TheRelativePartIsTheKeyWithoutTheDataDirectory) {
+    std::string const scratch =
+        test::libraryPath(path("a")).substr(0, test::libraryPath(path("a")).size() - 1);
+    std::string const archiveFile = packArchive("a.bva", {{"dir\\a", "x"}});
+    fs::current_path(path("."));
+    for (std::string const& dataDirectory : {std::string(), scratch.substr(0, 3), scratch}) {
+        File::sm_datadir = Zel::Path();
+        File::setDataDir(dataDirectory);
+        Archive const archive(archiveFile);
+        std::string name = "Dir/A";
+        EXPECT_TRUE(File::extractFile(name)) << dataDirectory;
+        EXPECT_EQ(name, File::sm_extractedFiles.front() + "dir\\a");
+        expectNothingAfterCleanup();
+
+        File::setDataDir(scratch + "elsewhere");
+        std::string dir = scratch.substr(0, 3);
+        EXPECT_FALSE(File::extractDirectory(dir)) << "the key does not begin with the data directory";
+        expectNothingAfterCleanup();
+    }
+}
+
+TEST_F(ExtractionTest, NamesThatLeadAstrayAreRefused) {
+    std::string const destination = this->destination();
+    for (std::string const& name : test::hostileNames()) {
+        EXPECT_NE(File::whyNotExtracted(name), nullptr) << name;
+        Archive const archive(packArchive("a.bva", {{name, "x"}}));
+        auto const before = treeOf(path("."));
+        std::string dir;
+        EXPECT_FALSE(File::extractDirectory(dir)) << name;
+        EXPECT_EQ(File::sm_extractedFiles.size(), 1u) << name;
+        expectNothingAfterCleanup();
+        EXPECT_FALSE(File::extractDirectoryPermanent(dir, destination)) << name;
+        EXPECT_EQ(treeOf(path(".")), before) << name;
+    }
+    for (std::string const& name : test::harmlessNames()) {
+        Archive const archive(packArchive("a.bva", {{name, "x"}}));
+        std::string dir;
+        EXPECT_TRUE(File::extractDirectory(dir)) << name;
+    }
+    expectNothingAfterCleanup();
+}
+
+TEST_F(ExtractionTest, TheFirstFailureEndsTheExtraction) {
+    struct {
+        char const* fact;
+        test::Entries entries;
+        std::vector<std::string> extracted;
+    } const cases[] = {
+        {"one name is another's directory", {{"d\\a", "1"}, {"d\\a\\b", "2"}, {"d\\c", "3"}}, {"a"}},
+        {"two names fold to one", {{"d\\A", "1"}, {"d\\a", "2"}, {"d\\b", "3"}}, {"A"}},
+        {"two kinds of slash are one", {{"d\\b/c", "1"}, {"d\\b\\c", "2"}, {"d\\d", "3"}}, {"b", "b/c"}},
+        {"a name leads out", {{"d\\", "0"}, {"d\\a", "1"}}, {}},
+        {"a later name leads out", {{"d\\a", "1"}, {"d\\b\\..\\c", "2"}, {"d\\d", "3"}}, {"a"}},
+    };
+    for (auto const& [fact, entries, extracted] : cases) {
+        Archive const archive(packArchive("a.bva", entries));
+        std::string dir = "d";
+        EXPECT_FALSE(File::extractDirectory(dir)) << fact;
+        std::string const temporary = File::sm_extractedFiles.front();
+        EXPECT_EQ(dir, extracted.empty() ? "d" : temporary + "d\\") << fact;
+        EXPECT_THAT(extracted.empty() ? std::vector<std::string>() : treeOf(onDisk(dir)),
+                    testing::ElementsAreArray(extracted))
+            << fact;
+        if (!extracted.empty()) {
+            EXPECT_EQ(readThroughLibrary(dir + extracted.back()), "1") << fact;
+        }
+        expectNothingAfterCleanup();
+    }
+}
+
+TEST_F(ExtractionTest, DamageIsAnExceptionThatNamesTheKeyAndLeavesNoFile) {
+    std::string const archiveFile = packArchive("a.bva", {{"d\\a", std::string(20'000, 'x')}});
+    std::string const sound = readFile("a.bva");
+    std::string flipped = sound;
+    flipped.back() ^= 1;
+    std::string const cut = sound.substr(0, sound.size() - 1);
+    std::string const quoted = "\"" + key("d\\a") + "\"";
+    struct {
+        std::string bytes;
+        std::string error;
+    } const cases[] = {
+        {flipped, "File " + quoted + " is corrupted"},
+        {cut, "Read error in " + quoted},
+        {zel::archiveHead({{"d\\a", 1, 0x80000000, 0}}), "Seek error in " + quoted},
+        {zel::archiveHead({{"d\\a", 0xFFFFFFFF, 8, 0}}), "Read error in " + quoted},
+    };
+    std::string const destination = this->destination();
+    for (auto const& [bytes, error] : cases) {
+        writeFile("a.bva", bytes);
+        writeFile("out/d/a", "older");
+        Archive const archive(archiveFile);
+        std::string dir = "d";
+        EXPECT_EQ(test::errorOf<Zel::FileException>([&] { File::extractDirectory(dir); }), error);
+        EXPECT_EQ(dir, "d");
+        EXPECT_EQ(File::sm_extractedFiles.size(), 2u) << "the directories, which were made before";
+        expectNothingAfterCleanup();
+        std::string name = "d\\a";
+        EXPECT_EQ(test::errorOf<Zel::FileException>([&] { File::extractFile(name); }), error);
+        expectNothingAfterCleanup();
+        EXPECT_EQ(
+            test::errorOf<Zel::FileException>([&] { File::extractDirectoryPermanent(dir, destination); }),
+            error);
+        EXPECT_EQ(readFile("out/d/a"), "older") << "not touched by an entry that is damaged";
+    }
+}
+
+TEST_F(ExtractionTest, WithoutItsArchiveFileOrATemporaryDirectoryNothingIsExtracted) {
+    Archive const archive(packArchive("a.bva", {{"a", "x"}}));
+    File::setUniquePathNames(0);
+    for (int number = 1; number <= 50; ++number)
+        fs::create_directories(temporaryRoot() / ("tmp_" + std::to_string(number)));
+    std::string name = "a";
+    EXPECT_FALSE(File::extractFile(name));
+    EXPECT_TRUE(File::sm_extractedFiles.empty());
+    fs::remove_all(temporaryRoot());
+    fs::rename(path("a.bva"), path("b.bva"));
+    name = "a";
+    EXPECT_FALSE(File::extractFile(name));
+    expectNothingAfterCleanup();
+}
+
+TEST_F(ExtractionTest, NamesThatLeadNowhereMakeNoDirectory) {
+    std::string name = "..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\a";
+    std::string const destination = this->destination();
+    EXPECT_THROW(File::extractFile(name), Zel::FileException_DirectoryNotFound);
+    EXPECT_THROW(File::extractDirectory(name), Zel::FileException_DirectoryNotFound);
+    EXPECT_THROW(File::extractDirectoryPermanent(name, destination), Zel::FileException_DirectoryNotFound);
+    EXPECT_TRUE(File::sm_extractedFiles.empty());
+    EXPECT_FALSE(fs::exists(temporaryRoot()));
+}
+
+TEST_F(ExtractionTest, ForcedRemovalTakesTheWholeTreeWithWhatIsReadOnly) {
+    writeFile("tree/a", "x");
+    writeFile("tree/sub/deeper/b", "x");
+    fs::permissions(path("tree/sub/deeper/b"), fs::perms::owner_read);
+    fs::permissions(path("tree/sub"), fs::perms::owner_read | fs::perms::owner_exec);
+    writeFile("beside", "x");
+    File file;
+    file.forced_remove_directory((test::libraryPath(path("tree")) + "\\").c_str());
+    EXPECT_THAT(treeOf(path(".")), ElementsAre("beside"));
+    file.forced_remove_directory(test::libraryPath(path("missing")).c_str());
+    file.forced_remove_directory(test::libraryPath(path("beside")).c_str());
+    EXPECT_THAT(treeOf(path(".")), ElementsAre("beside")) << "a file is no directory";
+}
+
+TEST_F(ExtractionTest, ForcedCleanupTakesWhatEveryRunHasLeft) {
+    Archive const archive(packArchive("a.bva", {{"d\\a", "x"}}));
+    std::string name = "d/a";
+    EXPECT_TRUE(File::extractFile(name));
+    File::sm_extractedFiles.clear(); // as after a crash
+    EXPECT_NE(File::getTmpDir(), "");
+    File().forced_cleanup();
+    EXPECT_FALSE(fs::exists(temporaryRoot()));
+    EXPECT_TRUE(fs::exists(temporaryRoot().parent_path()));
+    File::cleanup(); // of what is gone already
+    EXPECT_TRUE(File::sm_extractedFiles.empty());
+}
+
+} // namespace

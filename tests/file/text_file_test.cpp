@@ -1,0 +1,336 @@
+// Tokens, numbers and lines, from a loose file and from an entry of an archive alike.
+
+#include "support/library_test.h"
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <sstream>
+
+namespace {
+
+using namespace std::string_literals;
+using Zel::File;
+using Zel::TextFile;
+using Vector3 = Zel::Vector3Template<float>;
+
+// What must not compile: a type without an operator of its own would silently be written as another.
+template <class T>
+concept Writable = requires(TextFile& file, T const& value) {
+    file << value;
+};
+template <class T>
+concept Readable = requires(TextFile& file, T& value) {
+    file >> value;
+};
+static_assert(!Writable<bool> && !Writable<char> && !Writable<unsigned char> && !Writable<Zel::FColor>);
+static_assert(!Writable<signed char> && !Writable<wchar_t> && !Writable<double> && !Writable<long long>);
+static_assert(!Writable<int*> && !Writable<void const*> && !Readable<double> && !Readable<signed char>);
+static_assert(Writable<std::string> && Writable<char[5]> && Writable<float> && Writable<Vector3>);
+static_assert(Writable<short> && Writable<unsigned short> && Writable<int> && Writable<unsigned> &&
+              Writable<long> && Writable<unsigned long>);
+
+enum class Kind { Loose, Archived };
+
+class TextFileTest : public test::LibraryTest, public testing::WithParamInterface<Kind> {
+protected:
+    /// A file with that content, opened.
+    TextFile file(std::string const& content) {
+        m_archive.reset();
+        if (GetParam() == Kind::Loose)
+            writeFile("text", content);
+        else
+            m_archive.emplace(packArchive("a.bva", {{"before", "x"}, {"text", content}, {"z", "behind it"}}));
+        return {"text", File::READ_TEXT};
+    }
+
+    /// What reading a value of that type from the text gives.
+    template <class T>
+    T valueOf(std::string const& text, T value = {}) {
+        file(text) >> value;
+        return value;
+    }
+
+private:
+    std::optional<Zel::Archive> m_archive;
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, TextFileTest, testing::Values(Kind::Loose, Kind::Archived),
+                         [](auto const& kind) { return kind.param == Kind::Loose ? "Loose" : "Archived"; });
+
+TEST_P(TextFileTest, TokensStandBetweenWhiteSpaceOrQuotes) {
+    struct {
+        std::string text;
+        std::vector<std::pair<std::string, int>> tokens; // and where the file stands behind each
+    } const cases[] = {
+        {"  \"hello world\"  next", {{"hello world", 17}, {"next", 21}, {"\0"s, 21}}},
+        {"a\t\n\v\f\r b", {{"a", 7}, {"b", 8}}},
+        {"\"two\r\nlines\"x \"\" \"open ", {{"two\r\nlines", 12}, {"x", 14}, {"", 17}, {"open ", 23}}},
+        {"a\"b c\" \\\"", {{"a\"b", 4}, {"c\"", 7}, {"\\\"", 9}}},
+        {"\xFF\x85 \xA0\x80", {{"\xFF\x85", 3}, {"\xA0\x80", 5}}},
+        {"\xBB!\x1A~;", {{"\xBB!\x1A~;", 5}}},         // what scrambled ends look like
+        {"a\0b c"s, {{"a", 2}, {"b", 4}, {"c", 5}}},   // a zero ends a token
+        {"a \0 b"s, {{"a", 3}, {"b", 5}}},             // and a run of white space,
+        {"\0 x\0\0y"s, {{" x", 5}, {"y", 6}}},         // so that white space comes first
+        {"\"in\0side\""s, {{"in", 4}, {"side\"", 9}}}, // and a quoted token
+        {"\0"s, {{"\0"s, 1}}},
+    };
+    for (auto const& [text, tokens] : cases) {
+        TextFile stream = file(text);
+        for (auto const& [expected, position] : tokens) {
+            std::string token = "old";
+            stream >> token;
+            EXPECT_EQ(token, expected) << text;
+            EXPECT_EQ(stream.getPosition(), position) << text << ": " << expected;
+        }
+    }
+}
+
+TEST_P(TextFileTest, TokensOfAnyLengthLieAcrossWhatTheStreamReadsAhead) {
+    std::string text;
+    for (std::size_t i = 0; i < 300; ++i)
+        text += std::string(i * 7 % 97 + 1, static_cast<char>('!' + i % 90)) + std::string(i % 5 + 1, ' ');
+    text += std::string(20'000, 'x') + std::string(20'000, '\n') + "last";
+    std::istringstream expected(text);
+    TextFile stream = file(text);
+    std::string token;
+    while (!stream.endReached()) {
+        std::string word;
+        expected >> word;
+        bool const isQuoted = word[0] == '"';
+        stream >> token;
+        ASSERT_EQ(token, isQuoted ? word.substr(1, word.find('"', 1) - 1) : word);
+        if (isQuoted) // one that consists of quotes is several tokens
+            stream.setPosition(static_cast<int>(expected.tellg()));
+    }
+    EXPECT_EQ(token, "last");
+}
+
+TEST_P(TextFileTest, IntegersAreReadAsTheCLibraryDoesWithin32Bits) {
+    constexpr int kMax = std::numeric_limits<int>::max();
+    constexpr int kMin = std::numeric_limits<int>::min();
+    std::pair<char const*, int> const cases[] = {
+        {"12", 12},
+        {"-7", -7},
+        {"+7", 7},
+        {"007", 7},
+        {"12abc", 12},
+        {"3.9", 3},
+        {"abc", 0},
+        {"--5", 0},
+        {" ", 0},
+        {"0x10", 0},
+        {"\" \t5 6\"", 5},
+        {"2147483647", kMax},
+        {"2147483648", kMax},
+        {"-2147483648", kMin},
+        {"-2147483649", kMin},
+        {"99999999999999999999", kMax},
+    };
+    for (auto const& [text, value] : cases) {
+        EXPECT_EQ(valueOf<int>(text), value) << text;
+        EXPECT_EQ(valueOf<long>(text), value) << text;
+        EXPECT_EQ(valueOf<short>(text), static_cast<short>(value)) << text;
+        EXPECT_EQ(valueOf<unsigned short>(text), static_cast<unsigned short>(value)) << text;
+        EXPECT_EQ(valueOf<unsigned int>(text), static_cast<unsigned int>(value)) << text;
+        EXPECT_EQ(valueOf<unsigned long>(text), static_cast<unsigned int>(value)) << text;
+        EXPECT_EQ(valueOf<bool>(text), value != 0) << text;
+    }
+    EXPECT_EQ(valueOf<unsigned long>("-1"), 4294967295U);
+    EXPECT_FALSE(valueOf<bool>("true", true));
+}
+
+TEST_P(TextFileTest, FloatsAreReadAsTheCLibraryDoes) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    std::pair<char const*, float> const cases[] = {
+        {"1.5", 1.5F},
+        {"-.5", -0.5F},
+        {"+2.", 2},
+        {"1e2x", 100},
+        {"1,5", 1},
+        {"\" 3 4\"", 3},
+        {"x", 0},
+        {"+-1", 0},
+        {"0x10", 16},
+        {"-0X1.8p1", -3},
+        {"1e39", kInfinity},
+        {"-1e999", -kInfinity},
+        {"1e-999", 0},
+        {"inf", kInfinity},
+        {"0.1", 0.1F},
+        {"16777217.0000000001", 16777216},
+    };
+    for (auto const& [text, value] : cases)
+        EXPECT_EQ(valueOf<float>(text, 7), value) << text;
+    EXPECT_TRUE(std::isnan(valueOf<float>("nan")));
+    EXPECT_EQ(valueOf<Vector3>("1 2.5\n-3"), Vector3(1, 2.5F, -3));
+    EXPECT_EQ(valueOf<Vector3>("1 2", {7, 7, 7}), Vector3(1, 2, 0));
+
+    Zel::FColor colour(9, 9, 9, 0.25F);
+    file("1 0.5 0.125 8") >> colour;
+    EXPECT_EQ(std::vector<float>({colour.r, colour.g, colour.b, colour.a}),
+              std::vector<float>({1, 0.5F, 0.125F, 0.25F}));
+}
+
+TEST_P(TextFileTest, SingleCharactersAreReadInTwoWays) {
+    TextFile stream = file("  ab \"\n");
+    for (auto const& [expected, position] : {std::pair('a', 3), {'b', 5}, {'"', 7}, {'\0', 7}}) {
+        char character = '?';
+        stream >> character;
+        EXPECT_EQ(character, expected);
+        EXPECT_EQ(stream.getPosition(), position);
+    }
+    EXPECT_EQ(valueOf<unsigned char>("255"), '2');
+    EXPECT_EQ(valueOf<unsigned char>("\"\"", 'x'), 0);
+    EXPECT_EQ(valueOf<unsigned char>("\xE4 x"), 0xE4);
+}
+
+TEST_P(TextFileTest, LinesAreReadWithoutTheirEndsAndBlankOnesNotAtAll) {
+    struct {
+        std::string text;
+        std::vector<std::pair<std::string, bool>> lines;
+    } const cases[] = {
+        {"one two \r\n\r\n \t three\rfour",
+         {{"one two ", true}, {"three", true}, {"four", false}, {"", false}}},
+        {"end\n\n", {{"end", true}, {"", false}}},
+        {"a\0b\n"s, {{"a", false}, {"b", true}}},
+        {"\xFF\n", {{"\xFF", true}}},
+        {" ", {{"", false}}},
+    };
+    for (auto const& [text, lines] : cases) {
+        TextFile stream = file(text);
+        for (auto const& [expected, hasEnd] : lines) {
+            std::string line = "old";
+            EXPECT_EQ(stream.readLine(line), hasEnd) << text;
+            EXPECT_EQ(line, expected) << text;
+        }
+        EXPECT_TRUE(stream.endReached()) << text;
+    }
+}
+
+TEST_P(TextFileTest, EveryWhiteSpaceEndsAWordOfALine) {
+    using Words = std::vector<std::string>;
+    std::pair<std::string, std::vector<Words>> const cases[] = {
+        {"a  b\r\nc\n", {{"a", "", "b"}, {""}, {"c"}}},
+        {" a\t\n\n\"x y\"", {{"", "a", ""}, {""}, {"\"x", "y\""}}}, // quotes are characters like others
+        {"no end ", {{"no", "end", ""}}},
+        {"a\0b\nc"s, {{"a", "b"}, {"c"}}},
+        {"x", {{"x"}, {""}}}, // nothing is left for the second
+    };
+    for (auto const& [text, lines] : cases) {
+        TextFile stream = file(text);
+        for (Words const& expected : lines) {
+            Words words{"old"};
+            stream.readLine(words);
+            EXPECT_EQ(words, expected) << text;
+        }
+        EXPECT_TRUE(stream.endReached()) << text;
+    }
+}
+
+TEST_P(TextFileTest, TheWholeTextReachesToAZeroCharacter) {
+    TextFile stream = file(" one\r\n\xFFtwo \0rest"s);
+    std::string text = "old";
+    for (char const* expected : {" one\r\n\xFFtwo ", "rest", ""}) {
+        stream.readFile(text);
+        EXPECT_EQ(text, expected);
+    }
+    EXPECT_TRUE(stream.endReached());
+}
+
+TEST_P(TextFileTest, OfFilesThatShareAStreamEachPutsBackWhereItStandsItself) {
+    TextFile stream = file("aa bb cc dd ee ff");
+    alignas(TextFile) std::byte storage[sizeof(TextFile)];
+    auto* const copy = new (storage) TextFile(stream); // not destroyed: it shares the stream
+    struct {
+        TextFile* reader;
+        char const* token;
+        int position;
+    } const steps[] = {
+        {&stream, "aa", 3}, {&stream, "bb", 6}, {copy, "aa", 3}, {&stream, "cc", 9}, {copy, "bb", 6}};
+    for (auto const& [reader, expected, position] : steps) {
+        std::string token;
+        *reader >> token;
+        EXPECT_EQ(token, expected);
+        EXPECT_EQ(reader->getPosition(), position);
+    }
+    alignas(TextFile) unsigned char otherStorage[sizeof(TextFile)];
+    auto* const assigned = new (otherStorage) TextFile("text", File::READ); // not destroyed either
+    TextFile const abandoned(*assigned); // closes the stream that the assignment abandons
+    *assigned = stream;
+    std::string token;
+    stream >> token;
+    *assigned >> token;
+    EXPECT_EQ(token, "dd") << "assignment shares the stream as copying does";
+    EXPECT_EQ(assigned->getPosition(), 12);
+}
+
+TEST_P(TextFileTest, PuttingBackWhereNoStreamCanStandIsASeekError) {
+    TextFile stream = file("one two");
+    EXPECT_THROW(stream.setPosition(-1'000'000), Zel::FileException_SeekError);
+    std::string token;
+    EXPECT_THROW(stream >> token, Zel::FileException_SeekError);
+    EXPECT_EQ(stream.getPosition(), -1'000'000);
+    stream.setPosition(4);
+    stream >> token;
+    EXPECT_EQ(token, "two");
+}
+
+using TextFileErrorTest = test::LibraryTest;
+
+TEST_F(TextFileErrorTest, AFileThatHasBecomeShorterIsAReadErrorBehindItsEnd) {
+    writeFile("text", std::string(10'000, 'a'));
+    TextFile stream("text", File::READ_TEXT);
+    std::filesystem::resize_file(path("text"), 5000);
+    std::string text;
+    EXPECT_EQ(test::errorOf<Zel::FileException_ReadError>([&] { stream.readFile(text); }),
+              "Read error in \"text\"");
+    EXPECT_EQ(text, std::string(5000, 'a'));
+    EXPECT_EQ(stream.getPosition(), 5000);
+}
+
+TEST_F(TextFileErrorTest, AFileThatIsWrittenCannotBeRead) {
+    {
+        TextFile stream("text", File::WRITE);
+        stream << "12 34";
+        stream.setPosition(0);
+        std::string token;
+        EXPECT_THROW(stream >> token, Zel::FileException_ReadError);
+        EXPECT_EQ(stream.getPosition(), 0);
+    }
+    EXPECT_EQ(readFile("text"), "12 34");
+    EXPECT_THROW(TextFile("text", File::READ) << 1, Zel::FileException_WriteError);
+    EXPECT_THROW(TextFile("none", File::READ), Zel::FileException_OpenFailed);
+}
+
+TEST_F(TextFileErrorTest, ValuesAreWrittenWithNothingBetweenThem) {
+    constexpr float kMax = std::numeric_limits<float>::max();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    std::pair<std::function<void(TextFile&)>, std::string> const cases[] = {
+        {[](TextFile& file) {
+             file << "a\0b \n"s
+                  << "c";
+         },
+         "a\0b \nc"s},
+        {[](TextFile& file) { file << -1 << 2147483647 << std::numeric_limits<int>::min(); },
+         "-12147483647-2147483648"},
+        {[](TextFile& file) { file << 4294967295U << 2147483648UL; }, "-1-2147483648"},
+        {[](TextFile& file) { file << short{-2} << static_cast<unsigned short>(65535) << -3L; }, "-265535-3"},
+        {[](TextFile& file) { file << 0.1F << -0.0F << 2.0000005F; }, "0.100000-0.0000002.000000"},
+        {[](TextFile& file) { file << 0.5000005F << 1e-7F << 123456.789F; }, "0.5000000.000000123456.789062"},
+        {[](TextFile& file) { file << -kMax; }, "-340282346638528859811704183484516925440.000000"},
+        {[](TextFile& file) { file << kInfinity << -kInfinity; }, "inf-inf"},
+        {[](TextFile& file) { file << Vector3(1, 2, 3); }, "1.000000 2.000000 3.000000"},
+    };
+    for (auto const& [write, expected] : cases) {
+        {
+            TextFile file("out", File::WRITE);
+            write(file);
+            EXPECT_EQ(file.getSize(), static_cast<int>(expected.size()));
+        }
+        EXPECT_EQ(readFile("out"), expected);
+    }
+}
+
+} // namespace

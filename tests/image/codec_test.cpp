@@ -1,0 +1,339 @@
+// The codecs of BMP, TGA and PCX files: what they read, write and refuse.
+
+#include "support/library_test.h"
+#include "support/pictures.h"
+
+#include <numeric>
+
+namespace {
+
+using test::Bmp;
+using test::bytes;
+using test::Pcx;
+using test::pcxColor;
+using test::pixelsOf;
+using test::Tga;
+using Zel::Color;
+using Zel::Image;
+using Colors = std::vector<Color>;
+
+Color const kBlack;
+Color const kRed(200, 1, 2, 255);
+Color const kBlue(3, 4, 201, 255);
+Color const kGreen(5, 202, 6, 255);
+
+std::string packed(Colors const& colors) {
+    std::string text;
+    for (Color const& color : colors)
+        text += bytes({color.b, color.g, color.r});
+    return text;
+}
+
+class CodecTest : public test::LibraryTest {
+protected:
+    Image load(std::string const& name, std::string const& content) const {
+        writeFile(name, content);
+        return Image(name);
+    }
+
+    Colors pixels(std::string const& name, std::string const& content) const {
+        return pixelsOf(load(name, content));
+    }
+
+    /// Loads through an exception, which is told with its kind's check done by `Wanted`.
+    template <class Wanted>
+    std::string error(std::string const& name, std::string const& content) const {
+        writeFile(name, content);
+        return test::errorOf<Wanted>([&] { Image{name}; });
+    }
+};
+
+TEST_F(CodecTest, TheFirstOccurrenceOfTheEndingTellsTheFormat) {
+    using Unknown = Zel::ImageException_UnknownImageFormat;
+    writeFile("a.tga.bmp", Bmp() + packed({kRed}));
+    EXPECT_EQ(Image("a.tga.bmp")[0], kRed);
+    for (std::string const name : {"a.bmp.bmp", "a.BMP", "a.png", "abcd", "ab", "", "a.bmp ", "a.jpeg"}) {
+        std::string const message = "Unknown image format \"" + name + "\"";
+        EXPECT_EQ(test::errorOf<Unknown>([&] { Image{name}; }), message);
+        EXPECT_EQ(test::errorOf<Unknown>([&] { Image(1, 1).save(name); }), message);
+    }
+    EXPECT_EQ(test::errorOf<Unknown>([] { Image(1, 1).save("a.pcx"); }), "Unknown image format \"a.pcx\"");
+    EXPECT_EQ(test::errorOf<Zel::JPEGLoaderException_LoadFailed>([] { Image{"abc"}; }), "");
+}
+
+TEST_F(CodecTest, BmpRowsGoUpwardsWithoutPadding) {
+    EXPECT_EQ(pixels("a.bmp", Bmp{1, 2} + packed({kRed, kBlue})), (Colors{kBlue, kRed}));
+    EXPECT_EQ(pixels("b.bmp", Bmp{3, 1, 24, 56} + "xx" + packed({kRed, kBlue, kGreen})),
+              (Colors{kRed, kBlue, kGreen}));
+}
+
+TEST_F(CodecTest, BmpFilesEndWithZeros) {
+    struct Case {
+        int width, height;
+        std::uint32_t paddedSize;
+    };
+    for (Case const& c : {Case{1, 1, 4}, Case{3, 1, 12}, Case{4, 1, 12}, Case{-1, 4, 0}}) {
+        Image image(c.width, c.height);
+        std::string pixels;
+        for (int i = 0; image.getData() != nullptr && i < c.width * c.height; ++i) {
+            image[i] = kRed;
+            pixels += packed({kRed});
+        }
+        image.save("out.bmp");
+        auto const number = [](std::uint32_t value) {
+            return bytes({static_cast<int>(value & 255U), static_cast<int>(value >> 8 & 255U),
+                          static_cast<int>(value >> 16 & 255U), static_cast<int>(value >> 24)});
+        };
+        std::string expected = "BM" + number(54 + c.paddedSize) + number(0) + number(54) + number(40) +
+                               number(static_cast<std::uint32_t>(c.width)) +
+                               number(static_cast<std::uint32_t>(c.height)) + bytes({1, 0, 24, 0}) +
+                               number(0) + number(c.paddedSize) + number(4619) + number(4619) + number(0) +
+                               number(0) + pixels;
+        expected.resize(pixels.size() + 4096);
+        EXPECT_EQ(readFile("out.bmp"), expected) << c.width;
+    }
+}
+
+TEST_F(CodecTest, BmpSizesWithoutPixelsAreKept) {
+    Image image(1, 1);
+    writeFile("a.bmp", Bmp{5, -3} + "");
+    image.load("a.bmp");
+    EXPECT_EQ(image.getWidth(), 5);
+    EXPECT_EQ(image.getHeight(), -3);
+    EXPECT_EQ(image.getData(), nullptr);
+}
+
+TEST_F(CodecTest, BmpFaultsAreToldInTheirOrder) {
+    EXPECT_EQ(error<Zel::BMPLoaderException_NotBMPFile>("a.bmp", "MB"),
+              "File a.bmp does not contain a BMP image.");
+    EXPECT_EQ(error<Zel::BMPLoaderException_UnsupportedColorDepth>("a.bmp", Bmp{1, 1, 32} + "1234"),
+              "File a.bmp has unsupported color depth.");
+    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.bmp", Bmp{65536, 32768} + "123"),
+              "Image \"a.bmp\" has illegal dimensions 65536x32768");
+    EXPECT_EQ(error<Zel::FileException_SeekError>("a.bmp", Bmp{65536, 32768, 24, 1U << 31} + "123"),
+              "Seek error in \"a.bmp\"");
+    for (auto const& content : {Bmp{1, 1} + "12", Bmp{1, 1, 24, 55} + "123", Bmp{30000, 30000} + "123",
+                                Bmp{1, 1, 24, 0x7FFFFFFF} + "123", std::string("BM12"), std::string("B")})
+        EXPECT_EQ(error<Zel::FileException_ReadError>("a.bmp", content), "Read error in \"a.bmp\"");
+    EXPECT_EQ(test::errorOf<Zel::FileException_OpenFailed>([] { Image{"none.bmp"}; }),
+              "Failed to open file \"none.bmp\"");
+}
+
+TEST_F(CodecTest, TgaPixelsOfEveryKind) {
+    std::string const palette = bytes({30, 20, 10, 33, 23, 13}); // entries 10 and 11
+    struct Case {
+        char const* what;
+        std::string content;
+        Colors expected;
+    };
+    Color const ten(10, 20, 30, 255);
+    Color const eleven(13, 23, 33, 255);
+    for (Case const& c : {
+             Case{"24 bits", Tga{2, 2, 1} + packed({kRed, kBlue}), {kRed, kBlue}},
+             Case{"32 bits", Tga{2, 1, 1, 32} + bytes({1, 2, 3, 4}), {Color(3, 2, 1, 4)}},
+             Case{"16 bits",
+                  Tga{2, 3, 1, 16} + bytes({0xFF, 0x7F, 0xFF, 0xFF, 0x81, 0x10}),
+                  {Color(255, 255, 255, 0), Color(255, 255, 255, 255), Color(33, 33, 8, 0)}},
+             Case{"15 bits", Tga{2, 1, 1, 15} + bytes({0x01, 0x80}), {Color(0, 0, 8, 255)}},
+             Case{
+                 "grey", Tga{3, 2, 1, 8} + bytes({7, 200}), {Color(7, 7, 7, 255), Color(200, 200, 200, 255)}},
+             Case{"palette of 24 bits",
+                  Tga{1, 3, 1, 8, 32, 1, 10, 2, 24} + palette + bytes({10, 11, 12}),
+                  {ten, eleven, kBlack}},
+             Case{"palette of 32 bits",
+                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 32} + bytes({3, 2, 1, 9, 0}),
+                  {Color(1, 2, 3, 255)}},
+             Case{"palette of 16 bits",
+                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 16} + bytes({0xE1, 0x7F, 0}),
+                  {Color(248, 248, 8, 255)}},
+             Case{"palette of 8 bits",
+                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 8} + bytes({77, 0}),
+                  {Color(77, 77, 77, 255)}},
+             Case{"ID and unused map",
+                  Tga{2, 1, 1, 24, 32, 1, 0, 2, 16, "name"} + bytes({9, 9, 9, 9}) + packed({kRed}),
+                  {kRed}},
+             Case{"map type 2 is skipped, too",
+                  Tga{3, 1, 1, 8, 32, 2, 300, 1, 8} + bytes({9, 5}),
+                  {Color(5, 5, 5, 255)}},
+             Case{"right to left is ignored", Tga{2, 2, 1, 24, 48} + packed({kRed, kBlue}), {kRed, kBlue}},
+         })
+        EXPECT_EQ(pixels("a.tga", c.content), c.expected) << c.what;
+}
+
+TEST_F(CodecTest, TgaRowsOfBothOriginsBecomeTheSameImage) {
+    Colors const picture{kRed, kBlue, kGreen, kBlack};
+    for (int const type : {2, 10}) {
+        std::string const packet = type == 10 ? "\1" : "";
+        std::string const top = packet + packed({kRed, kBlue});
+        std::string const bottom = packet + packed({kGreen, kBlack});
+        EXPECT_EQ(pixels("a.tga", Tga{type, 2, 2, 24, 32} + (top + bottom)), picture);
+        EXPECT_EQ(pixels("b.tga", Tga{type, 2, 2, 24, 0} + (bottom + top)), picture);
+    }
+}
+
+TEST_F(CodecTest, TgaPacketsRunOnAcrossRows) {
+    std::string const data = bytes({0x82}) + packed({kRed}) + bytes({0x00}) + packed({kGreen}) +
+                             bytes({0x01}) + packed({kBlue, kBlack});
+    EXPECT_EQ(pixels("a.tga", Tga{10, 2, 3} + data), (Colors{kRed, kRed, kRed, kGreen, kBlue, kBlack}));
+    EXPECT_EQ(pixels("b.tga", Tga{11, 2, 1, 8} + bytes({0xFF, 9})), Colors(2, Color(9, 9, 9, 255)));
+}
+
+TEST_F(CodecTest, TgaPaletteImagesTakeOneByteAPixelAtAnyDepth) {
+    auto const color = [](int index) {
+        return Color(static_cast<std::uint8_t>(index), static_cast<std::uint8_t>(index),
+                     static_cast<std::uint8_t>(index), 255);
+    };
+    std::string map;
+    for (int i = 0; i < 256; ++i)
+        map += static_cast<char>(i);
+    auto const load = [&](int type, int depth, std::string const& data) {
+        return pixels("a.tga", Tga{type, 4, 1, depth, 32, 1, 0, 256, 8} + map + data);
+    };
+    // The bytes of the packed rows, one after the other.
+    EXPECT_EQ(load(1, 16, "abcdefgh"), (Colors{color('a'), color('b'), color('c'), color('d')}));
+    EXPECT_EQ(load(1, 32, "abcdefghijklmnop"), (Colors{color('a'), color('b'), color('c'), color('d')}));
+    EXPECT_EQ(load(1, 128, std::string(64, 'z')), Colors(4, color('z')));
+    EXPECT_EQ(load(9, 128, bytes({0x83}).append(16, 'z')), Colors(4, color('z')));
+    // At 24 bits they become colours first, of alpha 255.
+    EXPECT_EQ(load(1, 24, "abcdefghijkl"), (Colors{color('a'), color('b'), color('c'), color(255)}));
+    // Below 7 bits nothing is read: what stands there are opaque black pixels.
+    EXPECT_EQ(load(1, 4, ""), (Colors{color(0), color(0), color(0), color(255)}));
+}
+
+TEST_F(CodecTest, TgaFaultsAreToldInTheirOrder) {
+    std::string const quoted = "\"a.tga\"";
+    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.tga", Tga{99, 0, 5} + ""),
+              "Image " + quoted + " has illegal dimensions 0x5");
+    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.tga", Tga{10, 65535, 65535} + ""),
+              "Image " + quoted + " has illegal dimensions 65535x65535");
+    for (int const type : {0, 4, 8, 12, 17, 129})
+        EXPECT_EQ(error<Zel::ImageException_UnknownImageFormat>("a.tga", Tga{type, 1, 1} + "123"),
+                  "Unknown image format " + quoted);
+    EXPECT_EQ(error<Zel::TGALoaderException_TruecolorNot24Or32Bit>("a.tga", Tga{2, 1, 1, 8} + "1"),
+              "Truecolor image " + quoted + " is not 24/32 bits/pixel");
+    EXPECT_EQ(error<Zel::TGALoaderException_MonoNot8Bit>("a.tga", Tga{11, 1, 1, 16} + "12"),
+              "Mono image " + quoted + " is not 8 bits/pixel");
+    for (int const mapType : {0, 2})
+        EXPECT_EQ(
+            error<Zel::TGALoaderException_NoPalette>("a.tga", Tga{1, 1, 1, 8, 32, mapType, 250, 7} + ""),
+            "Colormapped image " + quoted + " has no palette");
+    EXPECT_EQ(error<Zel::TGALoaderException_TooManyColors>("a.tga", Tga{9, 1, 1, 8, 32, 1, 250, 7} + ""),
+              "Colormapped image " + quoted + " has too many colors");
+    std::string const badDepth = "Bad colormap depth value in " + quoted;
+    for (auto const& content :
+         {Tga{1, 1, 1, 8, 32, 1, 0, 1, 6} + "1234", Tga{2, 1, 1, 24, 32, 1, 0, 1, 39} + "",
+          Tga{10, 32000, 32000, 24, 32, 1, 0, 1, 39} + "",
+          Tga{1, 1, 1, 135, 32, 1, 0, 0, 8} + std::string(100, 'x')})
+        EXPECT_EQ(error<Zel::TGALoaderException_BadColormapDepth>("a.tga", content), badDepth);
+    for (auto const& content :
+         {Tga{2, 1, 1} + "12", Tga{2, 30000, 30000} + "123", Tga{10, 30000, 30000} + "123",
+          Tga{10, 2, 1} + bytes({0x00, 1, 2, 3}), Tga{1, 1, 1, 8, 32, 1, 0, 2, 24} + "12345",
+          Tga{1, 30000, 30000, 4, 32, 1, 0, 0, 24} + "", Tga{2, 1, 1, 24, 32, 0, 0, 0, 0, "id"} + "12"})
+        EXPECT_EQ(error<Zel::FileException_ReadError>("a.tga", content), "Read error in " + quoted);
+}
+
+TEST_F(CodecTest, TgaFilesAreSavedWithoutAlphaFromTheTop) {
+    Image image(300, 2);
+    image(0, 0) = Color(3, 2, 1, 77);
+    image(299, 1) = kRed;
+    image.save("out.tga");
+    std::string expected = bytes({0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x2C, 0x01, 2, 0, 24, 32, 1, 2, 3});
+    expected.resize(18 + 3 * 599);
+    EXPECT_EQ(readFile("out.tga"), expected + packed({kRed}));
+    image(0, 0).a = 255;
+    EXPECT_EQ(pixelsOf(Image("out.tga")), pixelsOf(image));
+
+    Image(70000, 1).save("wide.tga");
+    EXPECT_EQ(readFile("wide.tga").substr(12, 2), bytes({70000 & 255, 70000 >> 8 & 255}));
+    EXPECT_EQ(readFile("wide.tga").size(), 18U + 3 * 70000);
+}
+
+TEST_F(CodecTest, PcxLinesTakeBytesPerLinePixels) {
+    // Runs, an empty run, and the highest plain code.
+    EXPECT_EQ(pixels("a.pcx", Pcx{2, 5, 8, 5, 7} + bytes({0xC5, 7, 0xC0, 9, 0x3F, 0xC1, 0xFF})),
+              (Colors{pcxColor(7), pcxColor(7), pcxColor(7), pcxColor(7), pcxColor(7), pcxColor(63),
+                      pcxColor(255)}));
+    // Lines of four pixels for a width of three: what is too much shifts the next row.
+    EXPECT_EQ(pixels("b.pcx", Pcx{0, 0, 2, 1, 4} + bytes({1, 2, 3, 4, 5, 6, 7, 8})),
+              (Colors{pcxColor(1), pcxColor(2), pcxColor(3), pcxColor(4), pcxColor(5), pcxColor(6)}));
+    // A run past the end of a line counts whole for that line.
+    EXPECT_EQ(pixels("c.pcx", Pcx{0, 0, 1, 1, 2} + bytes({0xC3, 1, 2, 3})),
+              (Colors{pcxColor(1), pcxColor(1), pcxColor(1), pcxColor(2)}));
+    // Lines of no pixels leave the image black.
+    EXPECT_EQ(pixels("d.pcx", Pcx{0, 0, 1, 0, -1} + ""), Colors(2, kBlack));
+}
+
+TEST_F(CodecTest, PcxPixelsPastTheSpareRoomAreDropped) {
+    std::string runs;
+    for (int i = 0; i < 40; ++i)
+        runs += bytes({0xFF, i});
+    Image const image = load("a.pcx", Pcx{0, 0, 3, 0, 2500} + runs);
+    EXPECT_EQ(pixelsOf(image), Colors(4, pcxColor(0)));
+    EXPECT_EQ(image.getData()[4 * 4 - 1], pcxColor(0));
+}
+
+TEST_F(CodecTest, PcxSizesWithoutPixelsAreKept) {
+    for (int const yMax : {-1, -5}) {
+        Image const image = load("a.pcx", Pcx{0, 0, 4, yMax, 5} + "");
+        EXPECT_EQ(image.getWidth(), 5);
+        EXPECT_EQ(image.getHeight(), yMax + 1);
+        EXPECT_EQ(image.getData(), nullptr);
+    }
+}
+
+TEST_F(CodecTest, PcxFaultsAreToldInTheirOrder) {
+    std::string const good = Pcx() + "1";
+    auto const with = [&good](std::vector<std::pair<std::size_t, int>> const& changes) {
+        std::string content = good;
+        for (auto const& [offset, value] : changes)
+            content[offset] = static_cast<char>(value);
+        return content;
+    };
+    std::size_t const mark = good.size() - 769;
+    for (auto const& content : {with({{0, 11}, {1, 3}}), std::string("\x0B"), std::string()})
+        EXPECT_EQ(error<Zel::PCXLoaderException_NotPCXFile>("a.pcx", content),
+                  "File a.pcx does not contain a pcx image.");
+    for (auto const& content : {with({{1, 3}, {2, 0}}), with({{65, 3}, {2, 0}}), std::string("\x0A\x03")})
+        EXPECT_EQ(error<Zel::PCXLoaderException_UnsupportedVersion>("a.pcx", content),
+                  "Unsupported pcx version in a.pcx.");
+    for (auto const& content : {with({{2, 0}, {mark, 0}}), std::string("\x0A\x05\x00", 3)})
+        EXPECT_EQ(error<Zel::PCXLoaderException_NoEncoding>("a.pcx", content),
+                  "Pcx file a.pcx is not encoded.");
+    for (auto const& content : {with({{mark, 0}}), std::string("\x0A"), good.substr(0, 128),
+                                good.substr(0, 128) + good.substr(130)})
+        EXPECT_EQ(error<Zel::PCXLoaderException_NoPalette>("a.pcx", content),
+                  "Pcx file a.pcx has no palette.");
+    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.pcx", Pcx{0, 0, 999, 99, 1000} + ""),
+              "Image \"a.pcx\" has illegal dimensions 1000x100");
+    EXPECT_EQ(error<Zel::FileException_ReadError>("a.pcx", Pcx{0, 0, 999, 0, 32000} + ""),
+              "Read error in \"a.pcx\"");
+}
+
+/// Pictures made by other programs, and the checksums of what another decoder makes of them.
+TEST_F(CodecTest, PicturesOfOtherProgramsDecodeAsThereToTheBit) {
+    struct Case {
+        char const* name;
+        unsigned long crc;
+    };
+    for (Case const& c :
+         {Case{"Clouds.tga", 0xB4D22B9D}, Case{"Icon.tga", 0x68980C61}, Case{"Mandelbrot.tga", 0x0A0B4DDA},
+          Case{"Spheres.tga", 0xE95DF588}, Case{"Julia.pcx", 0xFFCC2565}, Case{"Wheel.bmp", 0x49E5B360}}) {
+        Image const image =
+            load(c.name, test::fileContent(ZEL_EXAMPLE_DATA "/Pictures/" + std::string(c.name)));
+        std::size_t const size = pixelsOf(image).size() * sizeof(Color);
+        EXPECT_EQ(Zel::crc32(image.getData(), size), c.crc) << c.name;
+    }
+}
+
+TEST_F(CodecTest, PicturesLoadFromArchives) {
+    std::string const archive =
+        packArchive("pictures.bva", {{"a.bmp", Bmp{1, 1, 24, 56} + "xx" + packed({kRed})},
+                                     {"b.tga", Tga{10, 2, 1} + "\x81" + packed({kBlue})},
+                                     {"c.pcx", Pcx{0, 0, 0, 0, 1} + "\5"}});
+    Zel::Archive const mounted(archive);
+    EXPECT_EQ(Image("a.bmp")[0], kRed);
+    EXPECT_EQ(Image("b.tga")[1], kBlue);
+    EXPECT_EQ(Image("c.pcx")[0], pcxColor(5));
+}
+
+} // namespace

@@ -1,0 +1,208 @@
+#include "support/library_test.h"
+#include "support/pictures.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+using test::imageOf;
+using test::pixelsOf;
+using Zel::Color;
+using Zel::Image;
+using Colors = std::vector<Color>;
+
+Color const kBlack;
+Color const kKey(255, 0, 255, 9);
+
+Color grey(int value) {
+    auto const v = static_cast<std::uint8_t>(value);
+    return {v, v, v, v};
+}
+
+TEST(ImageTest, IsOpaqueBlackUntilCleared) {
+    Image image(2, 2);
+    EXPECT_EQ(pixelsOf(image), Colors(4, kBlack));
+    image.resize(3, 2);
+    EXPECT_EQ(Colors(image.getData(), image.getData() + 4 * 3 * 2), Colors(4 * 3 * 2, kBlack));
+    image.clear();
+    EXPECT_EQ(pixelsOf(image), Colors(6, Color(0, 0, 0, 0)));
+    EXPECT_EQ(image.getData()[6], kBlack) << "clear leaves the room behind the image";
+}
+
+TEST(ImageTest, CopiesOwnTheirPixels) {
+    Image source = imageOf(2, {grey(1), grey(2)});
+    Image copy(source);
+    Image assigned(5, 5);
+    assigned = source;
+    Image const& self = assigned;
+    assigned = self;
+    source[0] = kBlack;
+    for (Image const& image : {copy, assigned}) {
+        EXPECT_EQ(image.getWidth(), 2);
+        EXPECT_EQ(pixelsOf(image), (Colors{grey(1), grey(2)}));
+    }
+}
+
+TEST(ImageTest, KeepsSizesThatHoldNoPixels) {
+    struct Size {
+        int width, height;
+    };
+    for (Size const size : {Size{0, 0}, Size{0, 5}, Size{7, -1}, Size{-3, -4}}) {
+        Image image(4, 4);
+        image.resize(size.width, size.height);
+        Image assigned(2, 2);
+        assigned = image;
+        for (Image const& empty : {image, Image(size.width, size.height), Image(image), assigned}) {
+            EXPECT_EQ(empty.getWidth(), size.width);
+            EXPECT_EQ(empty.getHeight(), size.height);
+            EXPECT_EQ(empty.getData(), nullptr);
+            EXPECT_EQ(empty.samplePoint(0, 0), kBlack);
+            EXPECT_EQ(empty.sampleBilinear(0, 0), kBlack);
+        }
+        image.clear();
+        image.dilate(kKey);
+        image.copyWithScale(&assigned, 1);
+    }
+}
+
+TEST(ImageTest, RefusesSizesThatCannotBeCounted) {
+    Image image = imageOf(1, {grey(1)});
+    std::string const message = "Image \"\" has illegal dimensions 65536x32768";
+    EXPECT_EQ(test::errorOf<Zel::ImageException_IllegalDimensions>([&] { image.resize(65536, 32768); }),
+              message);
+    EXPECT_EQ(test::errorOf<Zel::ImageException_IllegalDimensions>([] { Image(65536, 32768); }), message);
+    EXPECT_EQ(pixelsOf(image), Colors{grey(1)});
+}
+
+TEST(ImageTest, CopiesRectanglesRowByRow) {
+    Image const source = imageOf(3, {grey(1), grey(2), grey(3), grey(4), grey(5), grey(6)});
+    Image target(2, 3);
+    target.copy(0, 1, &source, 1, 0, 2, 2);
+    EXPECT_EQ(pixelsOf(target), (Colors{kBlack, kBlack, grey(2), grey(3), grey(5), grey(6)}));
+    target.copy(0, 0, &source, 0, 0, 2, 0);
+    target.copy(0, 0, &source, 0, 0, 0, 2);
+    EXPECT_EQ(target(1, 0), kBlack);
+    target.copy(0, 0, &target, 0, 1, 2, 2);
+    EXPECT_EQ(pixelsOf(target), (Colors{grey(2), grey(3), grey(5), grey(6), grey(5), grey(6)}));
+}
+
+TEST(ImageTest, PointSamplesTakeTheNearestPixel) {
+    Image image(4, 4);
+    for (int i = 0; i < 16; ++i)
+        image[i] = grey(i);
+    struct Case {
+        float x, y;
+        int expected;
+    };
+    float const huge = std::numeric_limits<float>::infinity();
+    for (Case const& c : {Case{-3, 1e6F, 12}, Case{1.49F, 0, 1}, Case{1.5F, 0, 2}, Case{0, 2.5F, 12},
+                          Case{huge, -huge, 3}, Case{huge - huge, 1, 4}, Case{-0.9F, 0, 0}})
+        EXPECT_EQ(image.samplePoint(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
+}
+
+TEST(ImageTest, BilinearSamplesTruncateAfterEachBlend) {
+    Image const image =
+        imageOf(4, {grey(0), grey(255), grey(10), grey(20), grey(5), grey(2), grey(0), grey(9)});
+    struct Case {
+        float x, y;
+        int expected;
+    };
+    float const huge = std::numeric_limits<float>::infinity();
+    for (Case const& c :
+         {Case{0.5F, 0, 127}, Case{3.5F, 0, 20}, Case{0.5F, 0.5F, 65}, Case{-1, -1, 0}, Case{0, 1.75F, 5},
+          Case{0.25F, 1, 4}, Case{huge, 0, 20}, Case{-huge, huge, 5}, Case{2.5F, 0.25F, 12}})
+        EXPECT_EQ(image.sampleBilinear(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
+}
+
+TEST(ImageTest, DilationGrowsIntoTheKeyFromFourSides) {
+    Color const one(10, 20, 30, 41);
+    Color const other(21, 20, 31, 40);
+    Color const keyOfOtherAlpha(255, 0, 255, 200);
+    Image image = imageOf(3, Colors(9, keyOfOtherAlpha));
+    image.dilate(kKey);
+    EXPECT_EQ(pixelsOf(image), Colors(9, kKey)) << "the key's own alpha is taken";
+
+    image(1, 1) = one;
+    image.dilate(kKey);
+    EXPECT_EQ(pixelsOf(image), (Colors{kKey, one, kKey, one, one, one, kKey, one, kKey}));
+
+    image = imageOf(3, {one, kKey, other});
+    image.dilate(kKey);
+    EXPECT_EQ(pixelsOf(image), (Colors{one, Color(15, 20, 30, 40), other}));
+}
+
+TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
+    using Point = Zel::Vector2Template<float>;
+    // Left half 0, right half 200, as four columns; samples lie half-way between columns.
+    Image const image = imageOf(4, {grey(0), grey(0), grey(200), grey(200)});
+    auto const rectangle = [](float left, float right) {
+        return std::vector<Point>{{left, 0}, {right, 0}, {right, 1}, {left, 1}};
+    };
+    auto const opaque = [](int value) {
+        Color color = grey(value);
+        color.a = 255;
+        return color;
+    };
+    float const nan = std::numeric_limits<float>::quiet_NaN();
+    struct Case {
+        float scale;
+        std::vector<Point> polygon;
+        int expected;
+    };
+    for (Case const& c : {
+             Case{1, rectangle(0, 0.25F), 0},      // between columns 0 and 1
+             Case{1, rectangle(0.25F, 0.5F), 100}, // between 1 and 2
+             Case{1, rectangle(0.75F, 1), 100},    // between 3 and, wrapped, 0
+             Case{1, rectangle(0, 1), 100},
+             Case{1, rectangle(1.5F, 1.75F), 200},   // the image repeats
+             Case{1, rectangle(-0.75F, -0.5F), 100}, // at -2.5, which is 1.5
+             Case{1, rectangle(-0.55F, -0.3F), 200}, // from -2.2 to -1.2, cut to -2 and -1
+             Case{0.25F, rectangle(0, 1), 0},        // no scanline in a quarter of one
+             Case{2, rectangle(0.25F, 0.5F), 50},    // at 1 and 1.5
+             Case{1, {{0, 0}, {1, 0}}, 0},           // no area
+             Case{1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
+             Case{nan, rectangle(0, 1), 0},
+             Case{1, rectangle(nan, 1), 0},
+             Case{0, rectangle(0, 1), 0},
+         }) {
+        int const count = static_cast<int>(c.polygon.size());
+        EXPECT_EQ(image.areaSample(c.scale, c.polygon.data(), count), opaque(c.expected)) << c.scale;
+        std::vector<Point> const reversed(c.polygon.rbegin(), c.polygon.rend());
+        EXPECT_EQ(image.areaSample(c.scale, reversed.data(), count), opaque(c.expected)) << "other winding";
+    }
+}
+
+/// Which pixels of a triangle are covered, and where they sample: the sum over the image of a lookup table.
+TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
+    // Corners (0, 0), (8, 0), (0, 8) on a grid of 8 x 8: the slanted edge crosses scanline j at 8 - (j + 1).
+    Image image(8, 8);
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 8; ++x)
+            image(x, y) = grey(x + 10 * y);
+    double sum = 0;
+    int count = 0;
+    for (int j = 0; j < 8; ++j)
+        for (int i = 0; i < 8 - (j + 1); ++i, ++count)
+            sum += (i + 0.5) + 10 * (j + 0.5); // no sample of these wraps
+    Zel::Vector2Template<float> const triangle[] = {{0, 0}, {1, 0}, {0, 1}};
+    EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count));
+}
+
+TEST(AreaSampleTest, ResamplingKeepsFlatColoursAndMakesThemOpaque) {
+    Image source(7, 5);
+    std::fill_n(source.getData(), 35, Color(64, 128, 32, 0));
+    Image target(4, 3);
+    target.copyWithScale(&source, 1);
+    EXPECT_EQ(pixelsOf(target), Colors(12, Color(64, 128, 32, 255)));
+}
+
+TEST(AreaSampleTest, HalvingAveragesFourNeighbours) {
+    Image const source = imageOf(4, {grey(0), grey(40), grey(80), grey(120), //
+                                     grey(0), grey(40), grey(80), grey(120)});
+    Image target(2, 1);
+    target.copyWithScale(&source, 1); // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
+    EXPECT_EQ(pixelsOf(target), (Colors{Color(40, 40, 40, 255), Color(80, 80, 80, 255)}));
+}
+
+} // namespace

@@ -1,0 +1,127 @@
+#include "support/clock.h"
+#include "support/library_test.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using Zel::Timer;
+
+class TimerTest : public testing::TestWithParam<Timer::Type> {
+protected:
+    TimerTest() { forget(); }
+    ~TimerTest() override { forget(); }
+
+    static void forget() {
+        Timer::sm_iPerformanceFreq = 0;
+        Timer::sm_iRefCount = 0;
+    }
+
+    test::StoppedClock m_clock;
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryClock, TimerTest,
+                         testing::Values(Timer::SYSTEM_TIME, Timer::MULTIMEDIA_TIME,
+                                         Timer::PERFORMANCE_COUNTER));
+
+TEST_P(TimerTest, TellsTheTimeSinceItsStartAndSinceTheSampleBefore) {
+    Timer timer(GetParam());
+    EXPECT_EQ(timer.getType(), GetParam());
+    EXPECT_EQ(timer.get(), 0.0F);
+    m_clock.advance(2500);
+    EXPECT_EQ(timer.get(), 2.5F);
+    EXPECT_EQ(timer.sample(), 2.5F);
+    m_clock.advance(250);
+    EXPECT_EQ(timer.sample(), 0.25F);
+    EXPECT_EQ(timer.get(), 2.75F);
+
+    timer.set(5.0F);
+    EXPECT_EQ(timer.get(), 5.0F);
+    m_clock.advance(500);
+    EXPECT_EQ(timer.sample(), 0.5F);
+
+    timer.reset();
+    m_clock.advance(125);
+    EXPECT_EQ(timer.sample(), 0.125F);
+}
+
+TEST_F(TimerTest, SetStoresTheNearestTimeThatTheClockCanHold) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    struct Case {
+        Timer::Type type;
+        float seconds;
+        float told;
+    };
+    for (auto const& [type, seconds, told] : {
+             Case{Timer::SYSTEM_TIME, -5.0F, 0.0F},
+             {Timer::SYSTEM_TIME, 2e10F, 2e10F}, // longer ago than the first time of day there is
+             {Timer::SYSTEM_TIME, 1e30F, 1.8446744e12F},
+             {Timer::SYSTEM_TIME, NAN, 0.0F},
+             {Timer::MULTIMEDIA_TIME, -5.0F, 0.0F},
+             {Timer::MULTIMEDIA_TIME, 2e6F, 2e6F}, // before the clock's own zero
+             {Timer::MULTIMEDIA_TIME, 1e30F, 4294967.295F},
+             {Timer::PERFORMANCE_COUNTER, -5.0F, -5.0F},
+             {Timer::PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
+             {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2233720e9F},
+             {Timer::PERFORMANCE_COUNTER, NAN, 0.0F},
+             // Products of single precision: in double precision each of these came out otherwise.
+             {Timer::SYSTEM_TIME, 107.374191F, 107.374199F},
+             {Timer::MULTIMEDIA_TIME, 10000.0996F, 10000.1F},
+             {Timer::PERFORMANCE_COUNTER, 100.100067F, 100.10006F},
+         }) {
+        Timer timer(type);
+        timer.set(seconds);
+        EXPECT_EQ(timer.get(), told) << "type " << type << " set to " << seconds;
+    }
+}
+
+TEST_F(TimerTest, DifferencesWrapAsTheUnitsOfTheClockDo) {
+    m_clock.set((std::int64_t(1) << 32) - 1000);
+    Timer const multimedia;
+    Timer const system(Timer::SYSTEM_TIME);
+    Timer const counter(Timer::PERFORMANCE_COUNTER);
+    m_clock.advance(3000);
+    EXPECT_EQ(multimedia.get(), 3.0F);
+    m_clock.advance(-4000); // before the start
+    EXPECT_EQ(multimedia.get(), 4294966.296F);
+    EXPECT_EQ(system.get(), 1.8446744e12F);
+    EXPECT_EQ(counter.get(), -1.0F);
+}
+
+TEST_F(TimerTest, CountsTheTimersOfMultimediaTimeButNotTheirCopies) {
+    {
+        Timer const first;
+        EXPECT_EQ(first.getType(), Timer::MULTIMEDIA_TIME);
+        Timer const other(Timer::SYSTEM_TIME);
+        Timer const another(Timer::PERFORMANCE_COUNTER);
+        EXPECT_EQ(Timer::sm_iRefCount, 1);
+        { Timer const copy(first); } // NOLINT(performance-unnecessary-copy-initialization)
+        EXPECT_EQ(Timer::sm_iRefCount, 0);
+    }
+    EXPECT_EQ(Timer::sm_iRefCount, -1);
+}
+
+TEST_F(TimerTest, AsksForTheFrequencyOnce) {
+    Timer const first(Timer::PERFORMANCE_COUNTER);
+    EXPECT_EQ(Timer::sm_iPerformanceFreq, 1'000'000'000);
+    Timer::sm_iPerformanceFreq = 500'000'000;
+    Timer const second(Timer::PERFORMANCE_COUNTER);
+    EXPECT_EQ(Timer::sm_iPerformanceFreq, 500'000'000);
+    m_clock.advance(1000);
+    EXPECT_EQ(second.get(), 2.0F);
+}
+
+TEST_F(TimerTest, AnyOtherTypeTellsNothing) {
+    Timer timer(static_cast<Timer::Type>(7));
+    timer.set(5.0F);
+    EXPECT_EQ(timer.get(), 0.0F);
+    EXPECT_EQ(timer.sample(), -5.0F);
+}
+
+TEST_F(TimerTest, ExceptionsHaveTheirMessages) {
+    EXPECT_STREQ(Zel::Exception_NoTimerHardware().getError(), "Timer hardware not found.");
+    EXPECT_STREQ(Zel::Exception_SystemTimeConversionFailed().getError(), "System time conversion failed.");
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+// Extraction and clean-up on a host with links, odd names, and disks that fill up.
+
+#include "support/full_disk.h"
+#include "support/program_test.h"
+#include "support/temporary_test.h"
+
+#include <fcntl.h>
+#include <functional>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+std::function<void(std::string const&)> s_afterMkdir;
+
+} // namespace
+
+/// Stands in for the C library's, so that a test can do what somebody else may do at the same moment.
+extern "C" int mkdir(char const* path, mode_t mode) noexcept {
+    int const result = static_cast<int>(syscall(SYS_mkdirat, AT_FDCWD, path, mode));
+    if (s_afterMkdir)
+        s_afterMkdir(path);
+    return result;
+}
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using Zel::Archive;
+using Zel::File;
+
+using PosixExtractionTest = test::TemporaryTest;
+
+TEST_F(PosixExtractionTest, ALinkThatAppearsInATemporaryDirectoryIsNotFollowed) {
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
+    fs::create_directory(path("outside"));
+    writeFile("victim", "mine");
+    struct {
+        char const* fact;
+        std::function<void(fs::path const&)> plant;
+    } const cases[] = {
+        {"a directory",
+         [this](fs::path const& maps) {
+             fs::remove(maps);
+             fs::create_directory_symlink(path("outside"), maps);
+         }},
+        {"a file",
+         [this](fs::path const& maps) {
+             fs::create_symlink(path("victim"), maps / "a.bin");
+         }},
+        {"no file yet",
+         [this](fs::path const& maps) {
+             fs::create_symlink(path("new"), maps / "a.bin");
+         }},
+    };
+    for (auto const& [fact, plant] : cases) {
+        s_afterMkdir = [act = plant](std::string const& made) {
+            if (made.ends_with("maps"))
+                act(made);
+        };
+        std::string dir = "maps";
+        bool const extracted = File::extractDirectory(dir);
+        s_afterMkdir = nullptr;
+        EXPECT_FALSE(extracted) << fact;
+        File::cleanup();
+        EXPECT_TRUE(fs::is_empty(path("outside"))) << fact;
+        EXPECT_EQ(readFile("victim"), "mine") << fact;
+        EXPECT_FALSE(fs::exists(path("new"))) << fact;
+    }
+}
+
+TEST_F(PosixExtractionTest, CleanupRemovesNothingThroughALink) {
+    Archive const archive(packArchive("a.bva", {{"maps\\sub\\a.bin", "x"}}));
+    std::string dir = "maps";
+    EXPECT_TRUE(File::extractDirectory(dir));
+    writeFile("outside/sub/a.bin", "mine");
+    fs::path const maps = onDisk(dir).parent_path();
+    fs::rename(maps, path("moved"));
+    fs::create_directory_symlink(path("outside"), maps);
+    File::cleanup();
+    EXPECT_EQ(readFile("outside/sub/a.bin"), "mine");
+    EXPECT_EQ(readFile("moved/sub/a.bin"), "x") << "not where it was recorded";
+}
+
+TEST_F(PosixExtractionTest, ADanglingLinkIsNoNewTemporaryDirectory) {
+    File::setUniquePathNames(0);
+    fs::create_directories(temporaryRoot());
+    fs::create_directory_symlink(path("later"), temporaryRoot() / "tmp_1");
+    EXPECT_TRUE(File::getTmpDir().ends_with("\\tmp_2\\"));
+}
+
+TEST_F(PosixExtractionTest, ForcedRemovalFollowsNoLinkAndTakesEveryNameAsItIs) {
+    writeFile("outside/file", "mine");
+    writeFile("victim", "mine");
+    writeFile("tree/..\\victim", "x"); // one name, with a backslash in it
+    writeFile("tree/z:", "x");
+    writeFile("tree/CASE", "x");
+    writeFile("tree/case", "x");
+    fs::create_directory_symlink(path("outside"), path("tree/directory"));
+    fs::create_symlink(path("victim"), path("tree/link"));
+    fs::create_directory_symlink(path("outside"), path("link"));
+    for (char const* name : {"tree", "link/"})
+        File().forced_remove_directory(test::libraryPath(path(name)).c_str());
+    EXPECT_EQ(readFile("outside/file"), "mine");
+    EXPECT_EQ(readFile("victim"), "mine");
+    EXPECT_FALSE(fs::exists(path("tree")));
+    EXPECT_FALSE(fs::is_symlink(path("link")));
+}
+
+TEST_F(PosixExtractionTest, ForcedRemovalGoesDeeperThanAProcessHasDescriptors) {
+    fs::path deep = path("tree");
+    for (int depth = 0; depth < 100; ++depth)
+        deep /= "d";
+    fs::create_directories(deep);
+    rlimit limit = {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    rlimit const few = {40, limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    File().forced_remove_directory(test::libraryPath(path("tree")).c_str());
+    setrlimit(RLIMIT_NOFILE, &limit);
+    EXPECT_FALSE(fs::exists(path("tree")));
+}
+
+TEST_F(PosixExtractionTest, AFullDiskIsAWriteErrorThatLeavesNoFile) {
+    fs::create_directory(path("out"));
+    std::string const destination = test::libraryPath(path("out")) + "\\";
+    for (std::size_t size : {std::size_t{100}, std::size_t{100'000}}) { // found out at the end, and underway
+        Archive const archive(packArchive("a.bva", {{"d\\a", std::string(size, 'x')}}));
+        std::string error;
+        std::string permanent;
+        test::withFullDisk(size - 10, [&] {
+            std::string name = "d/a";
+            error = test::errorOf<Zel::FileException_WriteError>([&] { File::extractFile(name); });
+            std::string dir = "d";
+            permanent = test::errorOf<Zel::FileException_WriteError>(
+                [&] { File::extractDirectoryPermanent(dir, destination); });
+        });
+        EXPECT_EQ(error, "Write error in \"" + key("d\\a") + "\"");
+        EXPECT_EQ(permanent, error);
+        EXPECT_EQ(File::sm_extractedFiles.size(), 2u) << "the two directories";
+        EXPECT_TRUE(fs::is_empty(onDisk(File::sm_extractedFiles.back())));
+        EXPECT_TRUE(fs::is_empty(path("out/d")));
+        File::cleanup();
+        EXPECT_TRUE(fs::is_empty(temporaryRoot()));
+    }
+}
+
+TEST_F(PosixExtractionTest, APermanentExtractionFindsDirectoriesWhateverTheirCase) {
+    writeFile("out/Maps/A.bin", "older");
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "new"}, {"maps\\b.bin", "b"}}));
+    std::string dir = "maps";
+    EXPECT_TRUE(File::extractDirectoryPermanent(dir, test::libraryPath(path("out")) + "\\"));
+    EXPECT_EQ(readFile("out/Maps/A.bin"), "new");
+    EXPECT_EQ(readFile("out/Maps/b.bin"), "b");
+}
+
+using PosixZelExtractTest = test::ProgramTest;
+
+TEST_F(PosixZelExtractTest, LinksInTheDestinationLeadNowhere) {
+    packArchive("a.bva", {{"maps\\a", "new"}, {"file", "new"}});
+    writeFile("outside/a", "mine");
+    writeFile("victim", "mine");
+    fs::create_directory(path("out"));
+    fs::create_directory_symlink("../outside", path("out/maps"));
+    fs::create_symlink("../victim", path("out/file"));
+    EXPECT_EQ(zel({"extract", "a.bva", "out"}), 1);
+    EXPECT_EQ(err(), "zel: not extracted: maps\\a: out/maps is a link\n");
+    EXPECT_EQ(readFile("outside/a"), "mine");
+    EXPECT_EQ(readFile("victim"), "mine");
+    EXPECT_EQ(readFile("out/file"), "new") << "the link itself is replaced";
+    fs::create_directory_symlink("out", path("alias"));
+    EXPECT_EQ(zel({"extract", "a.bva", "alias", "file"}), 0) << "the destination itself may be a link";
+}
+
+TEST_F(PosixZelExtractTest, AFullDiskKeepsTheOlderFileAndLeavesNothingElse) {
+    packArchive("a.bva",
+                {{"large", std::string(100'000, 'x')}, {"new", std::string(60'000, 'x')}, {"small", "x"}});
+    writeFile("out/large", "older");
+    int exitCode = 0;
+    test::withFullDisk(50'000, [&] { exitCode = zel({"extract", "a.bva", "out"}); });
+    EXPECT_EQ(exitCode, 3);
+    EXPECT_THAT(err(), HasSubstr("zel: not extracted: large: cannot write out/large: "));
+    EXPECT_EQ(readFile("out/large"), "older");
+    EXPECT_EQ(readFile("out/small"), "x");
+    EXPECT_EQ(std::distance(fs::directory_iterator(path("out")), fs::directory_iterator()), 2);
+}
+
+} // namespace

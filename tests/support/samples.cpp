@@ -1,0 +1,94 @@
+#include "support/samples.h"
+
+#include "archive_writer.h"
+#include "support/host.h"
+#include "support/pictures.h"
+
+#include <sstream>
+
+namespace test {
+namespace {
+
+void readPicture(std::string const& fileName) {
+    Zel::Image const image(fileName);
+    image.samplePoint(1, 1);
+}
+
+void readHostPicture(std::string const& fileName) {
+    Zel::Image const image(libraryPath(fileName));
+    image.samplePoint(1, 1);
+}
+
+void readScript(std::string const& fileName) {
+    Zel::Script script(fileName);
+    for (int i = 0; i < script.getBlockCount(); ++i) {
+        script.lock(i);
+        script.getVariables();
+        script.unlock();
+    }
+}
+
+void readArchive(std::string const& fileName) {
+    Zel::Archive const archive(libraryPath(fileName));
+    for (std::string const name : {"dir\\one.txt", "two.bin"})
+        if (Zel::File::exists(name))
+            Zel::MemoryFile const entry(name);
+}
+
+void readText(std::string const& fileName) {
+    Zel::TextFile file(fileName, Zel::File::READ_TEXT);
+    std::string word;
+    int number = 0;
+    float real = 0;
+    file >> word >> number >> real;
+    file.readLine(word);
+}
+
+std::string archive() {
+    zel::ArchiveWriter writer;
+    writer.add("dir\\one.txt", "the first entry");
+    writer.add("two.bin", std::string(200, '\x5A'));
+    std::ostringstream bytes;
+    writer.write(bytes);
+    return bytes.str();
+}
+
+char const* const kScript = "#define SIZE 12\n"
+                            "// settings\n"
+                            "[Main]\n"
+                            "count = SIZE;\nratio = -1.5;\non = TRUE;\nname = \"a text\\\\n\";\n"
+                            "place = (1.0, 2, 3);\nrange = [1.0, 2.0];\n"
+                            "{\n  [Child] /* of Main */\n  deep = 1;\n}\n"
+                            "#undef SIZE\n";
+
+std::string palette() {
+    std::string entries;
+    for (int i = 0; i < 16; ++i)
+        entries += bytes({i, 2 * i, 3 * i});
+    return entries;
+}
+
+} // namespace
+
+std::vector<Sample> const& samples() {
+    static std::vector<Sample> const s_samples{
+        {"Archive", "sample.bva", archive(), readArchive, 70},
+        {"Script", "sample.script", kScript, readScript, 1000},
+        {"Text", "sample.txt", "\"a word\" 123 4.5e6 and\nthe next line", readText, 1000},
+        {"Bmp", "sample.bmp", Bmp{5, 4} + std::string(60, '\x35'), readPicture, 54},
+        {"TgaRaw", "sample.tga", Tga{2, 4, 4, 32, 0, 0, 0, 0, 0, "id"} + std::string(64, '\x35'), readPicture,
+         20},
+        {"TgaPalette", "sample.tga",
+         Tga{9, 9, 2, 8, 32, 1, 3, 16, 24} + (palette() + bytes({0x88, 4, 8, 3, 4, 5, 6, 7, 8, 9, 10, 11})),
+         readPicture, 18},
+        {"TgaGrey", "sample.tga", Tga{11, 4, 3, 8, 0} + bytes({0x85, 200, 5, 1, 2, 3, 4, 5, 6}), readPicture,
+         30},
+        {"Pcx", "sample.pcx", Pcx{1, 1, 6, 4, 6} + bytes({0xC6, 9, 1, 2, 3, 0xC3, 5, 0xCC, 77}), readPicture,
+         140},
+        {"Jpeg", "sample.jpg", testData("colour.jpg"), readHostPicture, 0},
+        {"JpegProgressive", "sample.jpg", testData("progressive.jpg"), readHostPicture, 0},
+    };
+    return s_samples;
+}
+
+} // namespace test

@@ -1,0 +1,32 @@
+// What the tests of temporary files share: a temporary root without anything in it, before and after.
+#pragma once
+
+#include "support/host.h"
+#include "support/library_test.h"
+
+#include <algorithm>
+
+namespace test {
+
+class TemporaryTest : public LibraryTest {
+protected:
+    TemporaryTest() { removeTemporaryRoot(); }
+    ~TemporaryTest() override { removeTemporaryRoot(); }
+
+    static std::filesystem::path temporaryRoot() { return commonDataFolder() / "Brisvane" / "temp"; }
+
+    /// The file or directory that the library has told below the temporary root.
+    static std::filesystem::path onDisk(std::string const& libraryPath) {
+        std::string const root = "\\Brisvane\\temp\\";
+        std::size_t const at = libraryPath.find(root);
+        EXPECT_NE(at, std::string::npos) << libraryPath;
+        std::string below = libraryPath.substr(at + root.size());
+        std::replace(below.begin(), below.end(), '\\', '/');
+        return temporaryRoot() / below;
+    }
+
+private:
+    static void removeTemporaryRoot() { std::filesystem::remove_all(temporaryRoot()); }
+};
+
+} // namespace test
