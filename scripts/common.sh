@@ -3,7 +3,8 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
-build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev)
+build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
+  libjpeg62-turbo-dev)
 clang_packages=(clang clang-format)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
 

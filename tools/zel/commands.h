@@ -3,6 +3,7 @@
 
 #include "failure.h"
 
+#include <functional>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -28,8 +29,15 @@ struct Console {
 void addPackCommand(CLI::App& program, Console& console);
 void addListCommand(CLI::App& program, Console& console);
 void addVerifyCommand(CLI::App& program, Console& console);
+void addExtractCommand(CLI::App& program, Console& console);
 void addCatCommand(CLI::App& program, Console& console);
+void addDiffCommand(CLI::App& program, Console& console);
 void addScriptCommand(CLI::App& program, Console& console);
+void addImageCommand(CLI::App& program, Console& console);
+void addNoiseCommand(CLI::App& program);
+
+/// Does `act` and says what fails in it. Returns the exit code that the failure asks for.
+ExitCode reportFailures(Console const& console, std::function<void()> const& act);
 
 /// Runs the program: the arguments without the program's name. Returns its exit code.
 int run(std::vector<std::string> arguments, Console console);

@@ -1,12 +1,13 @@
 // The program zel.
 
 #include "commands.h"
-#include "standard_streams.h"
+#include "process.h"
 
 #include <iostream>
 
 int main(int argc, char** argv) {
     zel::setBinaryOutput();
+    zel::HostImaging const imaging;
     zel::Console console{std::cin, std::cout, std::cerr};
     if (zel::errorIsTerminal())
         console.terminal = &std::cerr;

@@ -5,6 +5,7 @@
 #include "fold.h"
 #include "host_path.h"
 
+#include <algorithm>
 #include <numeric>
 #include <zel/crc32.h>
 
@@ -39,16 +40,29 @@ std::optional<ArchiveEntry> MountedArchive::find(std::string const& name) const 
 }
 
 std::string MountedArchive::read(ArchiveEntry const& entry) {
+    std::string content;
+    readInPieces(entry, [&content](std::string const& piece) { content += piece; });
+    return content;
+}
+
+void MountedArchive::readInPieces(ArchiveEntry const& entry,
+                                  std::function<void(std::string const& piece)> const& take) {
+    constexpr std::size_t kPieceSize = 65536;
     auto const& [name, info] = entry;
     if (std::uint64_t{info.offset} + info.size > static_cast<std::uint64_t>(m_file.getSize()))
         throw Zel::FileException_ReadError(name.c_str());
-    std::string content(info.size, '\0');
     m_file.setPosition(static_cast<int>(info.offset));
-    m_file.read(content.data(), static_cast<int>(info.size));
-    Zel::Archive::decrypt(content.data(), static_cast<int>(info.size));
-    if (Zel::crc32(content.data(), content.size()) != info.crc)
+    unsigned long crc = 0;
+    std::string piece;
+    for (std::size_t left = info.size; left > 0; left -= piece.size()) {
+        piece.resize(std::min(left, kPieceSize));
+        m_file.read(piece.data(), static_cast<int>(piece.size()));
+        Zel::Archive::decrypt(piece.data(), static_cast<int>(piece.size()));
+        crc = Zel::crc32(piece.data(), piece.size(), crc);
+        take(piece);
+    }
+    if (crc != info.crc)
         throw Zel::FileException_FileCorrupted(name.c_str());
-    return content;
 }
 
 std::uint64_t totalSize(std::vector<ArchiveEntry> const& entries) {

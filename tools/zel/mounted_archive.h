@@ -1,6 +1,7 @@
 // An archive opened by its host path, for commands that look at every entry.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,6 +28,10 @@ public:
 
     /// The entry's bytes. Throws FileException_ReadError or FileException_FileCorrupted, naming the entry.
     std::string read(ArchiveEntry const& entry);
+
+    /// Hands the entry's bytes on in pieces. Throws as `read` does: that the checksum is wrong comes out only
+    /// when all pieces have been handed on.
+    void readInPieces(ArchiveEntry const& entry, std::function<void(std::string const& piece)> const& take);
 
 private:
     std::string m_name;

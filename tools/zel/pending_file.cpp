@@ -24,7 +24,8 @@ std::filesystem::path temporaryBeside(std::filesystem::path const& target) {
     std::filesystem::path candidate;
     do {
         candidate = target;
-        candidate += ".tmp" + std::to_string(number++);
+        candidate.replace_extension(".tmp" + std::to_string(number++));
+        candidate += target.extension();
     } while (std::filesystem::exists(candidate));
     return candidate;
 }

@@ -18,6 +18,9 @@ public:
 
     std::ostream& stream() { return m_stream; }
 
+    /// The temporary file, for a writer that opens it by itself. It has the target's extension.
+    std::filesystem::path const& temporary() const { return m_temporary; }
+
     /// Puts the file under its name. Throws Failure when not all that was written could be stored.
     void commit();
 

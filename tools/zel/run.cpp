@@ -1,6 +1,7 @@
 // The command line, and what becomes of every kind of failure.
 
 #include "commands.h"
+#include "image_commands.h"
 #include "script_commands.h"
 
 #include <CLI/CLI.hpp>
@@ -8,6 +9,7 @@
 #include <zel/api.h>
 #include <zel/exception.h>
 #include <zel/file.h>
+#include <zel/image.h>
 #include <zel/script.h>
 
 #define ZEL_TEXT_OF(value) #value
@@ -25,19 +27,25 @@ bool isFinding(Zel::Exception const& exception) {
            dynamic_cast<Zel::Exception_ArchiveVersionInvalid const*>(&exception) != nullptr ||
            dynamic_cast<Zel::ScriptException const*>(&exception) != nullptr ||
            dynamic_cast<Zel::ScriptPreprocessorException const*>(&exception) != nullptr ||
+           dynamic_cast<Zel::ImageException const*>(&exception) != nullptr ||
            dynamic_cast<Zel::FileException_FileCorrupted const*>(&exception) != nullptr ||
            dynamic_cast<Zel::FileException_ReadError const*>(&exception) != nullptr;
 }
 
 ExitCode parseAndRun(std::vector<std::string> arguments, Console& console) {
-    CLI::App program("Packs and checks archives of data files, and the scripts that belong to them.", "zel");
+    CLI::App program(
+        "Packs and checks archives of data files, and the scripts and pictures that belong to them.", "zel");
     program.set_version_flag("--version", kVersion);
     program.require_subcommand(1);
     addPackCommand(program, console);
     addListCommand(program, console);
     addVerifyCommand(program, console);
+    addExtractCommand(program, console);
     addCatCommand(program, console);
+    addDiffCommand(program, console);
     addScriptCommand(program, console);
+    addImageCommand(program, console);
+    addNoiseCommand(program);
 
     std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
     try {
@@ -63,25 +71,38 @@ void addScriptCommand(CLI::App& program, Console& console) {
     addScriptDumpCommand(*script, console);
 }
 
-int run(std::vector<std::string> arguments, Console console) {
-    ExitCode exitCode = kOperatingFailure;
+void addImageCommand(CLI::App& program, Console& console) {
+    CLI::App* const image = program.add_subcommand("image", "Looks at pictures and converts them.");
+    image->require_subcommand(1);
+    addImageInfoCommand(*image, console);
+    addImageConvertCommand(*image);
+    addImageSheetCommand(*image, console);
+}
+
+ExitCode reportFailures(Console const& console, std::function<void()> const& act) {
     try {
-        exitCode = parseAndRun(std::move(arguments), console);
+        act();
+        return kSuccess;
     } catch (Failure const& failure) {
         console.message(failure.what());
-        exitCode = failure.exitCode();
+        return failure.exitCode();
     } catch (Zel::Exception const& exception) {
         console.message(exception.getError());
-        exitCode = isFinding(exception) ? kFinding : kOperatingFailure;
+        return isFinding(exception) ? kFinding : kOperatingFailure;
     } catch (std::exception const& exception) {
         console.message(exception.what());
+        return kOperatingFailure;
     }
+}
 
+int run(std::vector<std::string> arguments, Console console) {
+    ExitCode const failure =
+        reportFailures(console, [&] { console.exitCode = parseAndRun(std::move(arguments), console); });
     if (!console.out.flush()) {
         console.message("cannot write the output");
         return kOperatingFailure;
     }
-    return exitCode;
+    return failure != kSuccess ? failure : console.exitCode;
 }
 
 } // namespace zel

@@ -1,0 +1,16 @@
+// The process on POSIX hosts.
+
+#include "process.h"
+
+#include <unistd.h>
+
+namespace zel {
+
+void setBinaryOutput() {} // it always does
+
+bool errorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+HostImaging::HostImaging() = default; // nothing to prepare
+HostImaging::~HostImaging() = default;
+
+} // namespace zel
