@@ -71,31 +71,53 @@ void read_archived_limit_same_steps(benchmark::State& state) {
 }
 BENCHMARK(read_archived_limit_same_steps)->Arg(4 << 10)->Arg(64 << 10)->Arg(4 << 20);
 
+/// One integer at a time to the end of the file.
+void readIntegers(std::string const& name) {
+    Zel::BinaryFile file(name, Zel::File::READ, Zel::BinaryFile::BYTEORDER_NATIVE);
+    int value = 0;
+    int sum = 0;
+    while (!file.endReached()) {
+        file >> value;
+        sum ^= value;
+    }
+    benchmark::DoNotOptimize(sum);
+}
+
 void typed_integers(benchmark::State& state) {
     std::string const name = bench::looseFile(4 << 20);
-    for ([[maybe_unused]] auto _ : state) {
-        Zel::BinaryFile file(name, Zel::File::READ, Zel::BinaryFile::BYTEORDER_NATIVE);
-        int value = 0, sum = 0;
-        while (!file.endReached()) {
-            file >> value;
-            sum ^= value;
-        }
-        benchmark::DoNotOptimize(sum);
-    }
+    for ([[maybe_unused]] auto _ : state)
+        readIntegers(name);
 }
 BENCHMARK(typed_integers);
 
-void typed_integers_limit_fread(benchmark::State& state) {
+void typed_integers_archived(benchmark::State& state) {
+    Zel::Archive const archive(bench::archive(1, 4 << 20));
+    for ([[maybe_unused]] auto _ : state)
+        readIntegers(bench::kLargeEntry);
+}
+BENCHMARK(typed_integers_archived);
+
+/// The same with a function of the C library, which has the signature of fread.
+template <class Read>
+void readIntegersWith(benchmark::State& state, Read read) {
     std::string const path = (bench::scratch() / bench::looseFile(4 << 20)).string();
     for ([[maybe_unused]] auto _ : state) {
         std::FILE* const file = std::fopen(path.c_str(), "rb");
-        int value = 0, sum = 0;
-        while (std::fread(&value, sizeof value, 1, file) == 1)
+        int value = 0;
+        int sum = 0;
+        while (read(&value, sizeof value, 1, file) == 1)
             sum ^= value;
         std::fclose(file);
         benchmark::DoNotOptimize(sum);
     }
 }
+
+void typed_integers_limit_fread(benchmark::State& state) { readIntegersWith(state, std::fread); }
 BENCHMARK(typed_integers_limit_fread);
+
+#ifdef __GLIBC__
+void typed_integers_limit_fread_unlocked(benchmark::State& state) { readIntegersWith(state, fread_unlocked); }
+BENCHMARK(typed_integers_limit_fread_unlocked);
+#endif
 
 } // namespace
