@@ -1,4 +1,4 @@
-// A file that lives in memory and has a path: what a target hands to a library that opens files by name.
+// A file that has a path: what a target hands to a library that opens files by name.
 #pragma once
 
 #include <string>
@@ -6,7 +6,8 @@
 
 namespace fuzz {
 
-/// Replaces the content of the one file there is, and returns its full path for the library.
-std::string hostFile(std::string_view content);
+/// Replaces the content of the one file there is, and returns a full path of it for the library, which ends
+/// in `extension`.
+std::string hostFile(std::string_view content, std::string const& extension = "");
 
 } // namespace fuzz

@@ -1,0 +1,7 @@
+// TGA files.
+
+#include "picture.h"
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    return fuzz::loadPicture(data, size, ".tga");
+}
