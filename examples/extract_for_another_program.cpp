@@ -41,8 +41,9 @@ int handOver(std::string const& name, std::string const& command) {
     std::string const line = command + " \"" + hostPath(copy) + "\"";
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
-    return std::system(line.c_str()) == 0 ? 0
-                                          : 1; // NOLINT(cert-env33-c,concurrency-mt-unsafe): the user's own
+    // The command is the user's own, for the shell.
+    bool const done = std::system(line.c_str()) == 0; // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+    return done ? 0 : 1;
 }
 
 } // namespace

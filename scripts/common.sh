@@ -6,6 +6,7 @@ cd "$root"
 build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
   libjpeg62-turbo-dev)
 clang_packages=(clang clang-format)
+sanitizer_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
 
 # Installs the Debian packages that are missing, or says in one line what to install.

@@ -3,5 +3,8 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 require "${build_packages[@]}"
 preset=${1:-dev}
-[ "$preset" != clang ] || require "${clang_packages[@]}"
+case $preset in
+  clang) require "${clang_packages[@]}" ;;
+  asan) require "${sanitizer_packages[@]}" ;;
+esac
 build_and_test "$preset"

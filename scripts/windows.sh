@@ -10,8 +10,8 @@ cleanup() {
   rm -rf "$WINEPREFIX"
 }
 trap cleanup EXIT
-scripts/wine.sh wineboot --init >/dev/null 2>&1
 
 build windows
+scripts/wine.sh wineboot --init >/dev/null 2>&1 # after the build: an idle Wine ends, and is slow to start again
 # Wine sometimes does not end a process whose test has passed: such a test is tried once more.
 ctest --preset windows --parallel "$(nproc)" --repeat after-timeout:2

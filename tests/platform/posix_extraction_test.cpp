@@ -1,6 +1,7 @@
 // Extraction and clean-up on a host with links, odd names, and disks that fill up.
 
 #include "support/full_disk.h"
+#include "support/host_calls.h"
 #include "support/program_test.h"
 #include "support/temporary_test.h"
 
@@ -9,22 +10,7 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
-
-namespace {
-
-std::function<void(std::string const&)> s_afterMkdir;
-
-} // namespace
-
-/// Stands in for the C library's, so that a test can do what somebody else may do at the same moment.
-extern "C" int mkdir(char const* path, mode_t mode) noexcept {
-    int const result = static_cast<int>(syscall(SYS_mkdirat, AT_FDCWD, path, mode));
-    if (s_afterMkdir)
-        s_afterMkdir(path);
-    return result;
-}
 
 namespace {
 
@@ -58,13 +44,13 @@ TEST_F(PosixExtractionTest, ALinkThatAppearsInATemporaryDirectoryIsNotFollowed) 
          }},
     };
     for (auto const& [fact, plant] : cases) {
-        s_afterMkdir = [act = plant](std::string const& made) {
+        test::g_afterMkdir = [act = plant](std::string const& made) {
             if (made.ends_with("maps"))
                 act(made);
         };
         std::string dir = "maps";
         bool const extracted = File::extractDirectory(dir);
-        s_afterMkdir = nullptr;
+        test::g_afterMkdir = nullptr;
         EXPECT_FALSE(extracted) << fact;
         File::cleanup();
         EXPECT_TRUE(fs::is_empty(path("outside"))) << fact;

@@ -172,10 +172,12 @@ TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefused) {
 
 TEST_F(PreprocessorTest, DeepIncludesEnd) {
     constexpr int kDepth = 10'000;
+    test::Entries files;
     for (int i = 0; i < kDepth; ++i) {
         std::string const next = i + 1 < kDepth ? "#include d/" + std::to_string(i + 1) + "\n" : "";
-        writeFile("d/" + std::to_string(i), next + (i == 0 ? "[a]" : "") + "\n");
+        files.emplace_back("d\\" + std::to_string(i), next + (i == 0 ? "[a]" : "") + "\n");
     }
+    Zel::Archive const archive(packArchive("deep.bva", files));
     EXPECT_EQ(resultOf("#include d/0\n[b"), "Unexpected end of file in script main");
 }
 

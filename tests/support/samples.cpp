@@ -9,39 +9,53 @@
 namespace test {
 namespace {
 
-void readPicture(std::string const& fileName) {
+std::uint32_t checksum(void const* data, std::size_t size) {
+    return static_cast<std::uint32_t>(Zel::crc32(data, size));
+}
+
+std::uint32_t checksum(std::string const& text) { return checksum(text.data(), text.size()); }
+
+std::uint32_t readPicture(std::string const& fileName) {
     Zel::Image const image(fileName);
     image.samplePoint(1, 1);
+    if (image.getWidth() <= 0 || image.getHeight() <= 0)
+        return 0;
+    auto const pixels =
+        static_cast<std::size_t>(image.getWidth()) * static_cast<std::size_t>(image.getHeight());
+    return checksum(image.getData(), pixels * sizeof(Zel::Color));
 }
 
-void readHostPicture(std::string const& fileName) {
-    Zel::Image const image(libraryPath(fileName));
-    image.samplePoint(1, 1);
-}
+std::uint32_t readHostPicture(std::string const& fileName) { return readPicture(libraryPath(fileName)); }
 
-void readScript(std::string const& fileName) {
+std::uint32_t readScript(std::string const& fileName) {
     Zel::Script script(fileName);
+    std::uint32_t variables = 0;
     for (int i = 0; i < script.getBlockCount(); ++i) {
         script.lock(i);
-        script.getVariables();
+        variables = 10 * variables + static_cast<std::uint32_t>(script.getVariables().size());
         script.unlock();
     }
+    return variables;
 }
 
-void readArchive(std::string const& fileName) {
+std::uint32_t readArchive(std::string const& fileName) {
     Zel::Archive const archive(libraryPath(fileName));
+    std::string all;
     for (std::string const name : {"dir\\one.txt", "two.bin"})
         if (Zel::File::exists(name))
-            Zel::MemoryFile const entry(name);
+            all += readThroughLibrary(name);
+    return checksum(all);
 }
 
-void readText(std::string const& fileName) {
+std::uint32_t readText(std::string const& fileName) {
     Zel::TextFile file(fileName, Zel::File::READ_TEXT);
     std::string word;
+    std::string line;
     int number = 0;
     float real = 0;
     file >> word >> number >> real;
-    file.readLine(word);
+    file.readLine(line);
+    return checksum(word + line) + static_cast<std::uint32_t>(number);
 }
 
 std::string archive() {

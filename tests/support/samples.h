@@ -3,6 +3,7 @@
 
 #include "support/library_test.h"
 
+#include <cstdint>
 #include <functional>
 #include <ostream>
 
@@ -12,8 +13,9 @@ struct Sample {
     std::string what;
     std::string fileName; ///< what the file must be called
     std::string content;
-    /// Reads the file, whose directory is the data directory and the working directory.
-    std::function<void(std::string const& fileName)> read;
+    /// Reads the file, whose directory is the data directory and the working directory. Returns a checksum of
+    /// what it has read.
+    std::function<std::uint32_t(std::string const& fileName)> read;
     std::size_t headerSize; ///< of the bytes that are not plain contents
 
     friend std::ostream& operator<<(std::ostream& out, Sample const& sample) { return out << sample.what; }

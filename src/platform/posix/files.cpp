@@ -18,17 +18,34 @@ int openForReading(std::string const& path) {
                             [](char const* host) { return open(host, O_RDONLY | O_NONBLOCK | O_CLOEXEC); });
 }
 
+/// A descriptor, -1 when there is none, and the host's path of the file when that was made for it.
+struct Opened {
+    int descriptor = -1;
+    std::string made;
+};
+
+/// Makes a file where none is. The path comes to stand in the result first: once a file is open, nothing
+/// throws.
+Opened makeFile(std::optional<std::string> hostPath, int flags) {
+    Opened opened;
+    if (hostPath) {
+        opened.made = std::move(*hostPath);
+        opened.descriptor = open(opened.made.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666);
+    }
+    return opened;
+}
+
 /// Opens what is there, whatever its case, before it makes a file of the given name. A link that leads to no
 /// file yet is followed.
-int openForWriting(std::string const& path, int disposition) {
+Opened openForWriting(std::string const& path, int disposition) {
     int const flags = O_WRONLY | disposition | O_CLOEXEC;
     auto const exact = toHostPath(path);
     int const existing = exact ? open(exact->c_str(), flags) : -1;
     if (!exact || existing != -1 || errno != ENOENT)
-        return existing;
-    auto const matched = matchIgnoringCase(*exact);
-    auto const place = matched ? matched : placeIgnoringCase(*exact);
-    return place ? open(place->c_str(), flags | O_CREAT, 0666) : -1;
+        return {existing, {}};
+    if (auto const matched = matchIgnoringCase(*exact))
+        return {open(matched->c_str(), flags | O_CREAT, 0666), {}};
+    return makeFile(placeIgnoringCase(*exact), disposition);
 }
 
 bool isDirectory(int descriptor) {
@@ -36,20 +53,25 @@ bool isDirectory(int descriptor) {
     return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// The stream of a descriptor, which is closed when there can be none.
-std::FILE* streamOf(int descriptor, char const* mode) {
-    std::FILE* const stream = isDirectory(descriptor) ? nullptr : fdopen(descriptor, mode);
-    if (stream == nullptr)
-        close(descriptor);
+/// The stream of an open file; when there can be none, that is closed, and goes away if it was made.
+std::FILE* streamOf(Opened const& opened, char const* mode) {
+    if (opened.descriptor == -1)
+        return nullptr;
+    std::FILE* const stream = isDirectory(opened.descriptor) ? nullptr : fdopen(opened.descriptor, mode);
+    if (stream == nullptr) {
+        close(opened.descriptor);
+        if (!opened.made.empty())
+            unlink(opened.made.c_str());
+    }
     return stream;
 }
 
 } // namespace
 
 std::FILE* openStream(std::string const& path, char const* mode) {
-    int const descriptor =
-        mode[0] == 'r' ? openForReading(path) : openForWriting(path, mode[0] == 'a' ? O_APPEND : O_TRUNC);
-    return descriptor != -1 ? streamOf(descriptor, mode) : nullptr;
+    if (mode[0] == 'r')
+        return streamOf({openForReading(path), {}}, mode);
+    return streamOf(openForWriting(path, mode[0] == 'a' ? O_APPEND : O_TRUNC), mode);
 }
 
 std::int64_t streamLength(std::FILE* stream) {
@@ -64,9 +86,7 @@ bool pathExists(std::string const& path) {
 
 std::FILE* createStream(std::string const& path) {
     auto const exact = toHostPath(path);
-    auto const place = exact ? placeIgnoringCase(*exact) : std::nullopt;
-    int const descriptor = place ? open(place->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666) : -1;
-    return descriptor != -1 ? streamOf(descriptor, "wb") : nullptr;
+    return streamOf(makeFile(exact ? placeIgnoringCase(*exact) : std::nullopt, O_EXCL), "wb");
 }
 
 void removeFile(std::string const& path) {

@@ -29,8 +29,10 @@ std::FILE* createStream(std::string const& path) {
     if (descriptor == -1)
         return nullptr;
     std::FILE* const stream = _fdopen(descriptor, "wb");
-    if (stream == nullptr)
+    if (stream == nullptr) {
         _close(descriptor);
+        _unlink(path.c_str());
+    }
     return stream;
 }
 
