@@ -1,7 +1,7 @@
 // Mounting archives and looking names up. Limits: reading, unscrambling and checking the table alone; a bare
-// map.
+// map. Peers: ZIP files of the same entries.
 
-#include "scratch.h"
+#include "zip.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -12,7 +12,30 @@
 #include <vector>
 #include <zel/zel.h>
 
+#ifdef BENCH_ZIP
+#include <zip.h>
+#endif
+#if __has_include(<physfs.h>) && defined(BENCH_ZIP)
+#include <physfs.h>
+#define BENCH_PHYSFS
+#endif
+
 namespace {
+
+#ifdef BENCH_PHYSFS
+/// A ZIP file in PhysicsFS while it lives.
+class PhysfsMount {
+public:
+    explicit PhysfsMount(std::string const& path) {
+        PHYSFS_init(nullptr);
+        if (PHYSFS_mount(path.c_str(), nullptr, 1) == 0)
+            std::abort();
+    }
+    PhysfsMount(PhysfsMount const&) = delete;
+    PhysfsMount& operator=(PhysfsMount const&) = delete;
+    ~PhysfsMount() { PHYSFS_deinit(); }
+};
+#endif
 
 void mount(benchmark::State& state) {
     std::string const path = bench::archive(static_cast<int>(state.range(0)));
@@ -40,13 +63,33 @@ void mount_limit_table_alone(benchmark::State& state) {
 }
 BENCHMARK(mount_limit_table_alone)->Arg(1'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-/// Names in an order that does not follow the keys; every other one is missing.
-std::vector<std::string> names(int count) {
+#ifdef BENCH_PHYSFS
+void mount_peer_physfs(benchmark::State& state) {
+    std::string const path = bench::zipFile(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] auto _ : state)
+        PhysfsMount const mounted(path);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(mount_peer_physfs)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+#endif
+
+#ifdef BENCH_ZIP
+void mount_peer_libzip(benchmark::State& state) {
+    std::string const path = bench::zipFile(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] auto _ : state)
+        zip_discard(zip_open(path.c_str(), ZIP_RDONLY, nullptr));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(mount_peer_libzip)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+#endif
+
+/// Names in an order that does not follow the keys, all there or all missing.
+std::vector<std::string> names(int count, bool present) {
     std::vector<std::string> result;
     for (std::int64_t i = 0; i < 1000; ++i) {
         std::string name = bench::smallEntry(static_cast<int>(i * 7919 % count));
         std::replace(name.begin(), name.end(), '\\', '/');
-        result.push_back(i % 2 == 0 ? name : name + "x");
+        result.push_back(present ? name : name + "x");
     }
     return result;
 }
@@ -60,29 +103,52 @@ std::string keyFor(std::string const& name) {
     return key;
 }
 
-void look_up(benchmark::State& state) {
-    Zel::Archive const archive(bench::archive(static_cast<int>(state.range(0))));
-    auto const wanted = names(static_cast<int>(state.range(0)));
+/// Asks for each of the names by `find`.
+template <class Find>
+void lookUpNames(benchmark::State& state, bool present, Find find) {
+    auto const wanted = names(static_cast<int>(state.range(0)), present);
     for ([[maybe_unused]] auto _ : state) {
         for (std::string const& name : wanted)
-            benchmark::DoNotOptimize(Zel::File::exists(name));
+            benchmark::DoNotOptimize(find(name));
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(wanted.size()));
 }
-BENCHMARK(look_up)->Arg(1'000)->Arg(100'000);
 
-void look_up_limit_bare_map(benchmark::State& state) {
+template <bool present>
+void lookUp(benchmark::State& state) {
+    Zel::Archive const archive(bench::archive(static_cast<int>(state.range(0))));
+    lookUpNames(state, present, [](std::string const& name) { return Zel::File::exists(name); });
+}
+
+template <bool present>
+void lookUpInMap(benchmark::State& state) {
     bench::scratch();
     std::map<std::string, Zel::Archive::FileInfo> entries;
     for (int i = 0; i < state.range(0); ++i)
         entries.emplace(keyFor(bench::smallEntry(i)), Zel::Archive::FileInfo());
-    auto const wanted = names(static_cast<int>(state.range(0)));
-    for ([[maybe_unused]] auto _ : state) {
-        for (std::string const& name : wanted)
-            benchmark::DoNotOptimize(entries.find(keyFor(name)));
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(wanted.size()));
+    lookUpNames(state, present,
+                [&entries](std::string const& name) { return entries.find(keyFor(name)) != entries.end(); });
 }
-BENCHMARK(look_up_limit_bare_map)->Arg(1'000)->Arg(100'000);
+
+#ifdef BENCH_PHYSFS
+template <bool present>
+void lookUpPhysfs(benchmark::State& state) {
+    PhysfsMount const mounted(bench::zipFile(static_cast<int>(state.range(0))));
+    lookUpNames(state, present, [](std::string const& name) { return PHYSFS_exists(name.c_str()); });
+}
+#endif
+
+void counts(benchmark::internal::Benchmark* job) {
+    job->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(lookUp<true>)->Name("look_up_hit")->Apply(counts);
+BENCHMARK(lookUp<false>)->Name("look_up_miss")->Apply(counts);
+BENCHMARK(lookUpInMap<true>)->Name("look_up_hit_limit_bare_map")->Apply(counts);
+BENCHMARK(lookUpInMap<false>)->Name("look_up_miss_limit_bare_map")->Apply(counts);
+#ifdef BENCH_PHYSFS
+BENCHMARK(lookUpPhysfs<true>)->Name("look_up_hit_peer_physfs")->Apply(counts);
+BENCHMARK(lookUpPhysfs<false>)->Name("look_up_miss_peer_physfs")->Apply(counts);
+#endif
 
 } // namespace

@@ -1,4 +1,5 @@
-// CRC-32 and unscrambling of memory. Limits: the plain byte-table loop, and memcpy.
+// CRC-32 and unscrambling of memory. Limits: the plain byte-table loop, and memcpy. zlib's checksum, which
+// uses wider tables, is shown for comparison.
 
 #include "scratch.h"
 
@@ -8,6 +9,11 @@
 #include <cstring>
 #include <vector>
 #include <zel/zel.h>
+
+#if __has_include(<zlib.h>)
+#include <zlib.h>
+#define BENCH_ZLIB
+#endif
 
 namespace {
 
@@ -41,6 +47,17 @@ void crc32_limit_byte_table(benchmark::State& state) {
     count(state);
 }
 BENCHMARK(crc32_limit_byte_table)->Apply(sizes);
+
+#ifdef BENCH_ZLIB
+void crc32_peer_zlib(benchmark::State& state) {
+    std::string const text = bench::content(static_cast<std::size_t>(state.range(0)));
+    for ([[maybe_unused]] auto _ : state)
+        benchmark::DoNotOptimize(::crc32(0, reinterpret_cast<unsigned char const*>(text.data()),
+                                         static_cast<unsigned>(text.size())));
+    count(state);
+}
+BENCHMARK(crc32_peer_zlib)->Apply(sizes);
+#endif
 
 void decrypt(benchmark::State& state) {
     std::string text = bench::content(static_cast<std::size_t>(state.range(0)));

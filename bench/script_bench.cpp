@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <vector>
 #include <zel/zel.h>
 
 #if __has_include(<nlohmann/json.hpp>)
@@ -67,17 +68,20 @@ BENCHMARK(script_parse)
     ->Unit(benchmark::kMicrosecond);
 
 #ifdef BENCH_JSON
+std::string jsonText(std::int64_t bytes) {
+    return content(bytes,
+                   "\"Block%06d\": {\n\"name\": \"Texture fill test\",\n\"loops\": 10,\n\"enabled\": true,\n"
+                   "\"scale\": 1.525,\n\"size\": [640,480],\n\"position\": [0.0,1.0,2.0],\n"
+                   "\"colour\": [1.0,0.5,0.25,1.0],\n\"range\": [0.0,10.0]}\n"
+                   "/* A comment stands here, as people write them. */\n",
+                   "{", "}");
+}
+
+nlohmann::json parseJson(std::string const& json) { return nlohmann::json::parse(json, nullptr, true, true); }
+
 void script_parse_peer_nlohmann(benchmark::State& state) {
-    std::string const text =
-        content(state.range(0),
-                "\"Block%06d\": {\n\"name\": \"Texture fill test\",\n\"loops\": 10,\n\"enabled\": true,\n"
-                "\"scale\": 1.525,\n\"size\": [640,480],\n\"position\": [0.0,1.0,2.0],\n"
-                "\"colour\": [1.0,0.5,0.25,1.0],\n\"range\": [0.0,10.0]}\n"
-                "/* A comment stands here, as people write them. */\n",
-                "{", "}");
-    measure(state, text, [](std::string const& json) {
-        benchmark::DoNotOptimize(nlohmann::json::parse(json, nullptr, true, true));
-    });
+    measure(state, jsonText(state.range(0)),
+            [](std::string const& json) { benchmark::DoNotOptimize(parseJson(json)); });
 }
 BENCHMARK(script_parse_peer_nlohmann)->Arg(50 << 10)->Arg(1 << 20)->Unit(benchmark::kMicrosecond);
 #endif
@@ -107,6 +111,65 @@ void script_parse_peer_libconfig(benchmark::State& state) {
     });
 }
 BENCHMARK(script_parse_peer_libconfig)->Arg(50 << 10)->Unit(benchmark::kMicrosecond);
+#endif
+
+/// Names of blocks in an order that does not follow the text.
+std::vector<std::string> blockNames(int count) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 1000; ++i) {
+        char name[16];
+        std::snprintf(name, sizeof name, "Block%06d", static_cast<int>(std::int64_t{i} * 7919 % count));
+        names.emplace_back(name);
+    }
+    return names;
+}
+
+/// For each of some blocks: go there by name, read four values, and leave.
+template <class Query>
+void queryBlocks(benchmark::State& state, Query query) {
+    auto const names = blockNames(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] auto _ : state) {
+        for (std::string const& name : names)
+            query(name);
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(names.size()));
+}
+
+void script_queries(benchmark::State& state) {
+    std::ofstream(bench::scratch() / "queries.script", std::ios::binary)
+        << scriptText(state.range(0) * kBytesPerBlock);
+    Zel::Script script("queries.script");
+    std::string const loops = "loops";
+    std::string const enabled = "enabled";
+    std::string const scale = "scale";
+    std::string const title = "name";
+    queryBlocks(state, [&](std::string const& block) {
+        script.lock(block);
+        benchmark::DoNotOptimize(script.getInt(loops));
+        benchmark::DoNotOptimize(script.getBool(enabled));
+        benchmark::DoNotOptimize(script.getFloat(scale));
+        benchmark::DoNotOptimize(&script.getString(title));
+        script.unlock();
+    });
+}
+BENCHMARK(script_queries)->Arg(150)->Arg(3100)->Unit(benchmark::kMicrosecond);
+
+#ifdef BENCH_JSON
+void script_queries_peer_nlohmann(benchmark::State& state) {
+    nlohmann::json const json = parseJson(jsonText(state.range(0) * kBytesPerBlock));
+    std::string const loops = "loops";
+    std::string const enabled = "enabled";
+    std::string const scale = "scale";
+    std::string const title = "name";
+    queryBlocks(state, [&](std::string const& name) {
+        nlohmann::json const& block = json.at(name);
+        benchmark::DoNotOptimize(block.at(loops).get<int>());
+        benchmark::DoNotOptimize(block.at(enabled).get<bool>());
+        benchmark::DoNotOptimize(block.at(scale).get<float>());
+        benchmark::DoNotOptimize(&block.at(title).get_ref<std::string const&>());
+    });
+}
+BENCHMARK(script_queries_peer_nlohmann)->Arg(150)->Arg(3100)->Unit(benchmark::kMicrosecond);
 #endif
 
 } // namespace

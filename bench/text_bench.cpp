@@ -76,8 +76,8 @@ void tokens(benchmark::State& state) {
         readTokens<Value>(name);
     state.SetItemsProcessed(state.iterations() * kTokens);
 }
-BENCHMARK(tokens<std::string>)->Name("text_words");
-BENCHMARK(tokens<float>)->Name("text_floats");
+BENCHMARK(tokens<std::string>)->Name("text_words/loose");
+BENCHMARK(tokens<float>)->Name("text_floats/loose");
 
 template <class Value>
 void archivedTokens(benchmark::State& state) {
@@ -95,8 +95,8 @@ void archivedTokens(benchmark::State& state) {
         readTokens<Value>("packed.txt");
     state.SetItemsProcessed(state.iterations() * kTokens);
 }
-BENCHMARK(archivedTokens<std::string>)->Name("text_words_archived");
-BENCHMARK(archivedTokens<float>)->Name("text_floats_archived");
+BENCHMARK(archivedTokens<std::string>)->Name("text_words/archived");
+BENCHMARK(archivedTokens<float>)->Name("text_floats/archived");
 
 template <class Value>
 void streamTokens(benchmark::State& state) {

@@ -1,14 +1,17 @@
 // Archives: packed data files that are read as if they lay in the data directory.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 #include <zel/api.h>
 #include <zel/exception.h>
 
 namespace Zel {
+
+class ArchiveEntries;
 
 /// The table of one archive file, and the registry of all archives alive.
 ///
@@ -33,8 +36,8 @@ public:
     explicit Archive(std::string const& fileName);
 
     /// A copy is not registered. An assignment leaves the registration of both as it is.
-    Archive(Archive const&) = default;
-    Archive& operator=(Archive const&) = default;
+    Archive(Archive const& other);
+    Archive& operator=(Archive const& other);
 
     /// Takes this archive out of the registry.
     virtual ~Archive();
@@ -86,13 +89,12 @@ public:
     static std::vector<Archive*> sm_vecArchives;
 
 private:
-    using Entries = std::map<std::string, FileInfo>;
-
-    bool findFrom(Entries::iterator entry, std::string const& part, std::string& key, FileInfo& info) const;
+    bool findFrom(std::size_t position, std::string const& part, std::string& key, FileInfo& info) const;
 
     std::string m_fileName;
     std::string m_fullPath;
-    mutable Entries m_entries; // mutable: lookups keep the accessed flags, which are no part of the value
+    std::unique_ptr<ArchiveEntries>
+        m_entries; // lookups keep accessed flags there, which are no part of the value
 };
 
 } // namespace Zel

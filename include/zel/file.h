@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 #include <zel/api.h>
 #include <zel/archive.h>
@@ -35,10 +36,11 @@ public:
     /// one stay applied.
     void append(std::string const& text);
 
-    std::string const& str() const;
+    std::string const& str() const& { return m_text; }
+    std::string str() && { return std::move(m_text); }
 
 private:
-    void applyComponent(std::string const& component, std::string const& text);
+    bool applyComponent(std::string_view component);
 
     std::string m_text;
 };

@@ -1,5 +1,6 @@
 // An archive's life in the registry, and its lookups.
 
+#include "archive/entries.h"
 #include "core/usage_error.h"
 #include "file/names.h"
 
@@ -20,15 +21,30 @@ void rememberCurrentDir() {
 
 std::vector<Archive*> Archive::sm_vecArchives;
 
-Archive::Archive() {
+Archive::Archive() : m_entries(std::make_unique<ArchiveEntries>()) {
     rememberCurrentDir();
     sm_vecArchives.push_back(this);
 }
 
-Archive::Archive(std::string const& fileName) {
+Archive::Archive(std::string const& fileName) : m_entries(std::make_unique<ArchiveEntries>()) {
     rememberCurrentDir();
     setFileName(fileName);
     sm_vecArchives.push_back(this);
+}
+
+Archive::Archive(Archive const& other)
+    : m_fileName(other.m_fileName),
+      m_fullPath(other.m_fullPath),
+      m_entries(std::make_unique<ArchiveEntries>(*other.m_entries)) {}
+
+Archive& Archive::operator=(Archive const& other) {
+    if (this != &other) {
+        auto entries = std::make_unique<ArchiveEntries>(*other.m_entries);
+        m_fileName = other.m_fileName;
+        m_fullPath = other.m_fullPath;
+        m_entries = std::move(entries);
+    }
+    return *this;
 }
 
 Archive::~Archive() {
@@ -52,41 +68,42 @@ Archive const* Archive::getArchive(int index) {
 
 std::string const& Archive::getFullPath() const { return m_fullPath; }
 
-bool Archive::hasFile(std::string const& key) const { return m_entries.find(key) != m_entries.end(); }
+bool Archive::hasFile(std::string const& key) const { return m_entries->find(key).has_value(); }
 
 bool Archive::findFile(std::string const& key, FileInfo& info) const {
-    auto const entry = m_entries.find(key);
-    if (entry == m_entries.end())
+    auto const position = m_entries->find(key);
+    if (!position)
         return false;
-    entry->second.accessed = 1;
-    info = entry->second;
+    m_entries->markAccessed(*position);
+    info = m_entries->infoAt(*position);
     return true;
 }
 
 bool Archive::findFirstSubstring(std::string part, std::string& key, FileInfo& info) const {
-    return findFrom(m_entries.begin(), part, key, info);
+    return findFrom(0, part, key, info);
 }
 
 bool Archive::findNextSubstring(std::string part, std::string previous, std::string& key,
                                 FileInfo& info) const {
-    auto const entry = m_entries.find(previous);
-    if (entry == m_entries.end())
+    auto const position = m_entries->find(previous);
+    if (!position)
         usageError("Archive::findNextSubstring: \"%s\" is not a key of \"%s\"", previous.c_str(),
                    m_fullPath.c_str());
-    return findFrom(std::next(entry), part, key, info);
+    return findFrom(*position + 1, part, key, info);
 }
 
-bool Archive::findFrom(Entries::iterator entry, std::string const& part, std::string& key,
+bool Archive::findFrom(std::size_t position, std::string const& part, std::string& key,
                        FileInfo& info) const {
-    entry = std::find_if(entry, m_entries.end(), [&part](auto const& candidate) {
-        return candidate.first.find(part) != std::string::npos;
-    });
-    if (entry == m_entries.end())
-        return false;
-    entry->second.accessed = 1;
-    key = entry->first;
-    info = entry->second;
-    return true;
+    for (; position < m_entries->size(); ++position) {
+        std::string candidate = m_entries->keyAt(position);
+        if (candidate.find(part) == std::string::npos)
+            continue;
+        m_entries->markAccessed(position);
+        key = std::move(candidate);
+        info = m_entries->infoAt(position);
+        return true;
+    }
+    return false;
 }
 
 } // namespace Zel

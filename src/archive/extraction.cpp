@@ -106,11 +106,6 @@ bool copyTo(std::string const& target, File& file, bool permanent) {
     return true;
 }
 
-std::string withBackslashes(std::string text) {
-    std::replace(text.begin(), text.end(), '/', '\\');
-    return text;
-}
-
 /// The full path of a directory with a final separator, which is what the keys of its entries begin with.
 std::string directoryPrefix(std::string const& directory) {
     std::string prefix = resolveName(directory);

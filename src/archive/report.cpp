@@ -1,5 +1,7 @@
 // The report of archived files that nobody read: dead weight for the authors of an archive.
 
+#include "archive/entries.h"
+
 #include <cstdint>
 #include <zel/archive.h>
 #include <zel/verbose.h>
@@ -10,10 +12,11 @@ void Archive::dumpUnaccessedFiles() const {
     constexpr float kMegabytes = 9.5367431640625e-07F;
     verbose("\nUnaccessed files for archive \"%s\":\n\n", m_fullPath.c_str());
     std::uint32_t total = 0;
-    for (auto const& [key, info] : m_entries) {
+    for (std::size_t position = 0; position < m_entries->size(); ++position) {
+        FileInfo const info = m_entries->infoAt(position);
         if (info.accessed != 0)
             continue;
-        verbose("Archived file \"%s\" was not accessed\n", key.c_str());
+        verbose("Archived file \"%s\" was not accessed\n", m_entries->keyAt(position).c_str());
         total += info.size;
     }
     // The total is a signed 32-bit number.

@@ -2,9 +2,11 @@
 // directions.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace Zel {
 
@@ -12,18 +14,28 @@ constexpr unsigned char kScrambleKey = 0x3B;
 
 inline char unscramble(char byte) { return static_cast<char>(byte ^ kScrambleKey); }
 
-/// In words of four bytes first: a typed value that was stored byte by byte would be slow to load whole.
+/// In units of some type, from the left, as far as whole ones go. Returns how many bytes are left.
+template <class Unit>
+std::size_t unscrambleUnits(unsigned char*& bytes, std::size_t length) {
+    constexpr std::uint64_t kKeys = kScrambleKey * 0x0101010101010101U;
+    for (; length >= sizeof(Unit); length -= sizeof(Unit)) {
+        Unit unit;
+        std::memcpy(&unit, bytes, sizeof unit);
+        for (auto& part : unit)
+            part ^= static_cast<std::remove_reference_t<decltype(part)>>(kKeys);
+        std::memcpy(bytes, &unit, sizeof unit);
+        bytes += sizeof unit;
+    }
+    return length;
+}
+
+/// In blocks first, which the processor works on at once, then in words: a typed value that was stored byte
+/// by byte would be slow to load whole.
 inline void unscramble(void* data, std::size_t length) {
     auto* bytes = static_cast<unsigned char*>(data);
-    for (; length >= sizeof(std::uint32_t); length -= sizeof(std::uint32_t)) {
-        std::uint32_t word = 0;
-        std::memcpy(&word, bytes, sizeof word);
-        word ^= kScrambleKey * 0x01010101U;
-        std::memcpy(bytes, &word, sizeof word);
-        bytes += sizeof word;
-    }
-    for (; length > 0; --length)
-        *bytes++ ^= kScrambleKey;
+    length = unscrambleUnits<std::array<std::uint64_t, 8>>(bytes, length);
+    length = unscrambleUnits<std::array<std::uint32_t, 1>>(bytes, length);
+    unscrambleUnits<std::array<unsigned char, 1>>(bytes, length);
 }
 
 } // namespace Zel

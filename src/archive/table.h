@@ -11,9 +11,10 @@
 // An entry's bytes lie scrambled at its offset, counted from the start of the file.
 #pragma once
 
-#include <map>
+#include "archive/entries.h"
+#include "core/little_endian.h"
+
 #include <string>
-#include <zel/archive.h>
 
 namespace Zel {
 
@@ -22,7 +23,27 @@ class BinaryFile;
 /// Reads the table from the start of `file` and returns its entries under `keyPrefix` + name; the first
 /// record of a name counts. `archiveName` is what exceptions name: Exception_ArchiveVersionInvalid,
 /// Exception_ArchiveCorrupt, and those of reading `file`.
-std::map<std::string, Archive::FileInfo> readTable(BinaryFile& file, std::string const& archiveName,
-                                                   std::string const& keyPrefix);
+ArchiveEntries readTable(BinaryFile& file, std::string const& archiveName, std::string const& keyPrefix);
+
+/// The bytes of a record whose name is that long.
+constexpr std::size_t recordSize(std::size_t nameLength) { return 4 + nameLength + 12; }
+
+// Of a record that is there as a whole:
+
+inline std::string_view recordName(unsigned char const* record) {
+    return {reinterpret_cast<char const*>(record + 4), littleEndian32(record)};
+}
+
+inline Archive::FileInfo recordInfo(unsigned char const* record) {
+    unsigned char const* const numbers = record + 4 + littleEndian32(record);
+    Archive::FileInfo info;
+    info.size = littleEndian32(numbers);
+    info.offset = littleEndian32(numbers + 4);
+    info.crc = littleEndian32(numbers + 8);
+    return info;
+}
+
+/// Returns the end of the record.
+unsigned char* writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info);
 
 } // namespace Zel

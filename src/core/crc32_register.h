@@ -17,10 +17,10 @@ public:
 
     void update(void const* data, std::size_t length) {
         auto const* bytes = static_cast<unsigned char const*>(data);
-        std::uint32_t value = m_register;
+        std::uint32_t crc = m_register;
         for (std::size_t i = 0; i < length; ++i)
-            value = kTable[(value ^ bytes[i]) & 0xFFU] ^ (value >> 8);
-        m_register = value;
+            crc = kTable[(crc ^ bytes[i]) & 0xFFU] ^ (crc >> 8);
+        m_register = crc;
     }
 
     std::uint32_t value() const { return ~m_register; }

@@ -48,7 +48,8 @@ bool File::exists(std::string const& name) {
     if (hasZeroByte(name))
         return false;
     // The slots that opening a File searches, too.
-    for (int slot = 0; slot < Archive::getArchiveCount(); ++slot) {
+    int const count = Archive::getArchiveCount();
+    for (int slot = 0; slot < count; ++slot) {
         if (Archive::getArchive(slot)->hasFile(path))
             return true;
     }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 #include <zel/file.h>
 
 namespace Zel {
@@ -21,8 +22,17 @@ std::string afterLast(std::string const& text, char separator) {
 } // namespace
 
 std::string toLowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    bool allPlain = true; // small letters and what is none stay as they are in every locale
+    for (char const character : text)
+        allPlain &= static_cast<unsigned char>(character) < 0x80 && (character < 'A' || character > 'Z');
+    if (!allPlain)
+        std::transform(text.begin(), text.end(), text.begin(),
+                       [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    return text;
+}
+
+std::string withBackslashes(std::string text) {
+    std::replace(text.begin(), text.end(), '/', '\\');
     return text;
 }
 
@@ -35,9 +45,13 @@ std::string withFinalSeparator(std::string path) {
 bool hasZeroByte(std::string const& text) { return text.find('\0') != std::string::npos; }
 
 std::string resolveName(std::string const& name) {
-    Path path = File::sm_datadir;
+    std::string const& directory = File::sm_datadir.str();
+    std::string text;
+    text.reserve(directory.size() + 1 + name.size());
+    text = directory;
+    Path path(std::move(text));
     path.append(name);
-    return toLowerCase(path.str());
+    return toLowerCase(std::move(path).str());
 }
 
 std::string File::stripPath(std::string const& name) { return afterLast(afterLast(name, '/'), '\\'); }

@@ -8,6 +8,9 @@ namespace Zel {
 /// The text in lower case, byte by byte, as the C library's tolower has it.
 std::string toLowerCase(std::string text);
 
+/// The text with backslashes in the place of slashes.
+std::string withBackslashes(std::string text);
+
 /// The path with a final separator, unless it is empty or has one.
 std::string withFinalSeparator(std::string path);
 

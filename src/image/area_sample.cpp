@@ -3,6 +3,7 @@
 //
 // All state of a scan lives in its own objects, so images may be resampled on several threads.
 
+#include "image/lanes.h"
 #include "image/whole_number.h"
 
 #include <algorithm>
@@ -27,7 +28,26 @@ float wrapped(float value, float size) {
     return value;
 }
 
-/// Bilinear samples of an image, and their sums.
+/// Two neighbours along one side of an image that repeats, and how far a sample lies between them.
+struct Neighbours {
+    Neighbours(float position, float size, int wholeSize) {
+        position = wrapped(position, size);
+        first = static_cast<int>(position);
+        second = static_cast<int>(position + 1.0F);
+        fraction = position - static_cast<float>(first);
+        // A sum may round up to the size, or past it.
+        while (first >= wholeSize)
+            first -= wholeSize;
+        while (second >= wholeSize)
+            second -= wholeSize;
+    }
+
+    int first;
+    int second;
+    float fraction;
+};
+
+/// Bilinear samples of an image, row by row, and their sums.
 class Sampler {
 public:
     explicit Sampler(Image const& image)
@@ -35,47 +55,41 @@ public:
           m_width(static_cast<float>(image.getWidth())),
           m_height(static_cast<float>(image.getHeight())) {}
 
-    void add(float u, float v) {
-        u = wrapped(u, m_width);
-        v = wrapped(v, m_height);
-        int const x0 = next(u, 0.0F, m_image.getWidth());
-        int const x1 = next(u, 1.0F, m_image.getWidth());
-        int const y0 = next(v, 0.0F, m_image.getHeight());
-        int const y1 = next(v, 1.0F, m_image.getHeight());
-        float const fu = u - static_cast<float>(static_cast<int>(u));
-        float const fv = v - static_cast<float>(static_cast<int>(v));
-        addWeighted(m_image(x0, y0), (1.0F - fu) * (1.0F - fv), m_image(x1, y0), fu * (1.0F - fv),
-                    m_image(x0, y1), (1.0F - fu) * fv, m_image(x1, y1), fu * fv);
+    void beginRow(float v) {
+        Neighbours const rows(v, m_height, m_image.getHeight());
+        m_upper = &m_image(0, rows.first);
+        m_lower = &m_image(0, rows.second);
+        m_fraction = rows.fraction;
+    }
+
+    void add(float u) {
+        Neighbours const columns(u, m_width, m_image.getWidth());
+        float const left = 1.0F - columns.fraction;
+        float const above = 1.0F - m_fraction;
+        m_sum += channels(m_upper[columns.first]) * (left * above) +
+                 channels(m_upper[columns.second]) * (columns.fraction * above) +
+                 channels(m_lower[columns.first]) * (left * m_fraction) +
+                 channels(m_lower[columns.second]) * (columns.fraction * m_fraction);
         ++m_count;
     }
 
     Color average() const {
         float const factor = m_count > 0 ? 1.0F / static_cast<float>(m_count) : 0.0F;
-        auto const channel = [factor](float sum) {
-            return static_cast<std::uint8_t>(sum * factor);
-        };
-        return {channel(m_red), channel(m_green), channel(m_blue), 255};
+        Color color = toColor(toInt(m_sum * factor) & 0xFF);
+        color.a = 255;
+        return color;
     }
 
 private:
-    static int next(float position, float step, int size) { return static_cast<int>(position + step) % size; }
-
-    void addWeighted(Color c00, float w00, Color c10, float w10, Color c01, float w01, Color c11, float w11) {
-        auto const blend = [&](std::uint8_t Color::*channel) {
-            return static_cast<float>(c00.*channel) * w00 + static_cast<float>(c10.*channel) * w10 +
-                   static_cast<float>(c01.*channel) * w01 + static_cast<float>(c11.*channel) * w11;
-        };
-        m_red += blend(&Color::r);
-        m_green += blend(&Color::g);
-        m_blue += blend(&Color::b);
-    }
+    static FloatLanes channels(Color const& color) { return toFloat(toLanes(color)); }
 
     Image const& m_image;
     float m_width;
     float m_height;
-    float m_red = 0.0F;
-    float m_green = 0.0F;
-    float m_blue = 0.0F;
+    Color const* m_upper = nullptr;
+    Color const* m_lower = nullptr;
+    float m_fraction = 0.0F;
+    FloatLanes m_sum{};
     std::int64_t m_count = 0;
 };
 
@@ -142,10 +156,12 @@ private:
 
     void scan(int firstRow, int endRow, Edge& left, Edge& right) {
         for (int row = firstRow; row < endRow; ++row) {
-            float const v = texel(row);
             int const end = right.column();
-            for (int column = left.column(); column < end; ++column)
-                m_sampler.add(texel(column), v);
+            int column = left.column();
+            if (column < end)
+                m_sampler.beginRow(texel(row));
+            for (; column < end; ++column)
+                m_sampler.add(texel(column));
             left.step();
             right.step();
         }

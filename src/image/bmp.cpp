@@ -23,11 +23,10 @@
 
 #include "core/little_endian.h"
 #include "image/dimensions.h"
+#include "image/file_rows.h"
 #include "image/packed_pixels.h"
 
-#include <algorithm>
 #include <array>
-#include <vector>
 #include <zel/file.h>
 
 namespace Zel {
@@ -91,11 +90,9 @@ void BMPLoader::load(Image& image, std::string const& fileName) {
         return;
 
     auto const rowPixels = static_cast<std::size_t>(width);
-    std::vector<unsigned char> row(rowPixels * kPackedPixelSize);
-    for (int y = height - 1; y >= 0; --y) {
-        file.read(row.data(), static_cast<int>(row.size()));
-        unpackPixels(row.data(), rowPixels, &image(0, y));
-    }
+    readRows(file, rowPixels * kPackedPixelSize, height, [&](int row, unsigned char const* packed) {
+        unpackPixels(packed, rowPixels, &image(0, height - 1 - row));
+    });
 }
 
 void BMPSaver::save(Image const& image, std::string const& fileName) {
@@ -108,11 +105,9 @@ void BMPSaver::save(Image const& image, std::string const& fileName) {
     file.write(header.data(), kHeaderSize);
     if (rawSize > 0) {
         auto const rowPixels = static_cast<std::size_t>(width);
-        std::vector<unsigned char> row(rowPixels * kPackedPixelSize);
-        for (int y = image.getHeight() - 1; y >= 0; --y) {
-            packPixels(&image(0, y), rowPixels, row.data());
-            file.write(row.data(), static_cast<int>(row.size()));
-        }
+        writeRows(file, rowPixels * kPackedPixelSize, image.getHeight(), [&](int row, unsigned char* packed) {
+            packPixels(&image(0, image.getHeight() - 1 - row), rowPixels, packed);
+        });
     }
     std::array<unsigned char, kExtraSize - kHeaderSize> const zeros{};
     file.write(zeros.data(), static_cast<int>(zeros.size()));

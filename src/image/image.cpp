@@ -48,7 +48,7 @@ void Image::allocate(int width, int height, std::size_t factor) {
     std::size_t const pixels = pixelCount(width, height);
     initializeMembers();
     if (pixels > 0)
-        m_data = std::make_unique<Color[]>(pixels * factor);
+        m_data = std::make_unique_for_overwrite<Color[]>(pixels * factor); // opaque black, set once
     m_width = width;
     m_height = height;
 }

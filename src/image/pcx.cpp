@@ -92,17 +92,21 @@ private:
 /// written whole; so whatever a line has too many shifts the rows after it.
 void decode(PCXFile& file, Color* pixels, std::size_t room) {
     std::array<Color, 256> const palette = file.palette();
+    Color* const end = pixels + room;
     int const bytesPerLine = file.bytesPerLine();
     int const height = file.height();
     for (int row = 0; row < height; ++row) {
         for (int column = 0; column < bytesPerLine;) {
             unsigned char const code = file.next();
-            bool const isRun = (code & 0xC0) == 0xC0;
-            int const count = isRun ? code & 63 : 1;
-            Color const color = palette[isRun ? file.next() : code];
-            std::size_t const written = std::min(static_cast<std::size_t>(count), room);
-            pixels = std::fill_n(pixels, written, color);
-            room -= written;
+            if (code < 0xC0) {
+                if (pixels < end)
+                    *pixels++ = palette[code];
+                ++column;
+                continue;
+            }
+            int const count = code & 63;
+            Color const color = palette[file.next()];
+            pixels = std::fill_n(pixels, std::min<std::ptrdiff_t>(count, end - pixels), color);
             column += count;
         }
     }

@@ -1,11 +1,42 @@
 // Point and bilinear samples of an image whose border repeats outside.
 
+#include "image/lanes.h"
 #include "image/whole_number.h"
 
 #include <cmath>
 #include <zel/image.h>
 
 namespace Zel {
+namespace {
+
+/// A position along one side, taken apart. No number counts as 0, and what 32 bits cannot hold as the nearest
+/// that they can, without a fraction where it is infinite.
+struct Position {
+    explicit Position(float position) {
+        constexpr float kSurelyFits = 1.0e9F;
+        if (position > -kSurelyFits && position < kSurelyFits) { // the same without calls of the C library
+            auto const toZero = static_cast<std::int32_t>(position);
+            whole = static_cast<float>(toZero) > position ? toZero - 1 : toZero;
+            fraction = position - static_cast<float>(whole);
+        } else {
+            float const lower = std::floor(position);
+            whole = truncated(lower);
+            fraction = std::isfinite(position) ? position - lower : 0.0F;
+        }
+    }
+
+    std::int64_t whole;
+    float fraction;
+};
+
+int clamped(std::int64_t value, int size) {
+    return value < 0 ? 0 : value >= size ? size - 1 : static_cast<int>(value);
+}
+
+/// blendChannel on all four channels.
+IntLanes blend(IntLanes a, IntLanes b, float t) { return toInt(toFloat(b - a) * t + toFloat(a)); }
+
+} // namespace
 
 Color Image::samplePoint(float x, float y) const {
     if (m_data == nullptr)
@@ -18,31 +49,15 @@ Color Image::samplePoint(float x, float y) const {
 Color Image::sampleBilinear(float x, float y) const {
     if (m_data == nullptr)
         return {};
-    float const left = std::floor(x);
-    float const top = std::floor(y);
-    float const fx = std::isfinite(x) ? x - left : 0.0F;
-    float const fy = std::isfinite(y) ? y - top : 0.0F;
-
-    std::int64_t const column = truncated(left);
-    std::int64_t const row = truncated(top);
-    auto const clamped = [](std::int64_t value, int size) {
-        return value < 0 ? 0 : value >= size ? size - 1 : static_cast<int>(value);
-    };
-    int const x0 = clamped(column, m_width);
-    int const x1 = clamped(column + 1, m_width);
-    int const y0 = clamped(row, m_height);
-    int const y1 = clamped(row + 1, m_height);
-    Color const c00 = (*this)(x0, y0);
-    Color const c10 = (*this)(x1, y0);
-    Color const c01 = (*this)(x0, y1);
-    Color const c11 = (*this)(x1, y1);
-
-    auto const blend = [&](std::uint8_t Color::*channel) {
-        int const upper = blendChannel(c00.*channel, c10.*channel, fx);
-        int const lower = blendChannel(c01.*channel, c11.*channel, fx);
-        return static_cast<std::uint8_t>(blendChannel(upper, lower, fy));
-    };
-    return {blend(&Color::r), blend(&Color::g), blend(&Color::b), blend(&Color::a)};
+    Position const column(x);
+    Position const row(y);
+    int const x0 = clamped(column.whole, m_width);
+    int const x1 = clamped(column.whole + 1, m_width);
+    int const y0 = clamped(row.whole, m_height);
+    int const y1 = clamped(row.whole + 1, m_height);
+    IntLanes const upper = blend(toLanes((*this)(x0, y0)), toLanes((*this)(x1, y0)), column.fraction);
+    IntLanes const lower = blend(toLanes((*this)(x0, y1)), toLanes((*this)(x1, y1)), column.fraction);
+    return toColor(blend(upper, lower, row.fraction));
 }
 
 } // namespace Zel

@@ -20,6 +20,7 @@
 #include "core/little_endian.h"
 #include "image/block_reader.h"
 #include "image/dimensions.h"
+#include "image/file_rows.h"
 #include "image/packed_pixels.h"
 
 #include <algorithm>
@@ -42,15 +43,6 @@ constexpr std::size_t kRoomPerPixel = 4 * sizeof(Color);
 constexpr std::size_t kPacketPixels = 128;
 
 std::uint8_t expandFiveBits(int value) { return static_cast<std::uint8_t>(value << 3 | value >> 2); }
-
-/// Turns packed pixels into colours in place: from the last one backwards, no packed pixel is overwritten
-/// before it was read.
-template <std::size_t stride, class Convert>
-void convertInPlace(Color* pixels, std::size_t count, Convert convert) {
-    auto const* const packed = reinterpret_cast<unsigned char const*>(pixels);
-    for (std::size_t i = count; i-- > 0;)
-        pixels[i] = convert(packed + i * stride);
-}
 
 Color fromGrey(unsigned char const* packed) { return {packed[0], packed[0], packed[0], 255}; }
 
@@ -96,8 +88,10 @@ void TGALoader::load(Image& image, std::string const& fileName) {
 
     image.resize(m_width, m_height);
     readColormap(file);
-    readRows(file, reinterpret_cast<unsigned char*>(image.getData()));
-    convert(image.getData());
+    if (isPixelOfItsKind())
+        readPixels(file, image);
+    else
+        readPixelsInPlace(file, image.getData());
 }
 
 void TGALoader::readHeader(File& file) {
@@ -131,8 +125,10 @@ void TGALoader::choosePixelKind() {
     case 2:
         if (m_depth == 15 || m_depth == 16)
             m_kind = PixelKind::Direct16;
-        else if (m_depth == 24 || m_depth == 32)
-            m_kind = PixelKind::Direct24Or32;
+        else if (m_depth == 24)
+            m_kind = PixelKind::Direct24;
+        else if (m_depth == 32)
+            m_kind = PixelKind::Direct32;
         else
             throw TGALoaderException_TruecolorNot24Or32Bit(name);
         break;
@@ -150,14 +146,14 @@ void TGALoader::choosePixelKind() {
 /// are too wide for their room. Pixels of no bytes count as run-length encoded ones, or a header alone could
 /// ask for any memory.
 void TGALoader::refuseImpossibleSize(File const& file) {
-    std::size_t const packedSize = m_encoded || m_bytesPerPixel == 0
-                                       ? pixels() / kPacketPixels * (1 + m_bytesPerPixel)
-                                       : pixels() * m_bytesPerPixel;
+    std::size_t const fewestBytes = m_encoded || m_bytesPerPixel == 0
+                                        ? pixels() / kPacketPixels * (1 + m_bytesPerPixel)
+                                        : pixels() * m_bytesPerPixel;
     std::size_t const colormapSize =
         m_colormapType != 0 ? static_cast<std::size_t>(m_entries) * entrySize() : 0;
     std::int64_t const left = std::int64_t{file.getSize()} - file.getPosition();
     bool const tooWide = m_bytesPerPixel > kRoomPerPixel;
-    if (!tooWide && static_cast<std::int64_t>(colormapSize + packedSize) <= left)
+    if (!tooWide && static_cast<std::int64_t>(colormapSize + fewestBytes) <= left)
         return;
     checkColormap();
     if (tooWide)
@@ -192,16 +188,80 @@ void TGALoader::readColormap(File& file) {
     }
 }
 
-void TGALoader::readRows(File& file, unsigned char* packed) {
+/// The usual case: each pixel has as many bytes as its kind takes.
+void TGALoader::readPixels(File& file, Image& image) {
+    auto const rowPixels = static_cast<std::size_t>(m_width);
+    auto const rowAt = [&](int row) {
+        return &image(0, placeOf(row));
+    };
+    if (!m_encoded) {
+        Zel::readRows(file, rowSize(), m_height,
+                      [&](int row, unsigned char const* packed) { convert(packed, rowPixels, rowAt(row)); });
+        return;
+    }
+    BlockReader reader(file);
+    std::array<unsigned char, kPacketPixels * kRoomPerPixel> bytes;
+    for (int row = 0; row < m_height; ++row) {
+        Color* to = rowAt(row);
+        Color* const end = to + rowPixels;
+        while (to < end) {
+            if (m_packetLeft == 0)
+                readPacketHeader(reader);
+            std::size_t const count = std::min(static_cast<std::size_t>(end - to), m_packetLeft);
+            if (m_repeatPacket) {
+                Color color;
+                convert(m_repeated.data(), 1, &color);
+                std::fill_n(to, count, color);
+            } else {
+                reader.read(bytes.data(), count * m_bytesPerPixel);
+                convert(bytes.data(), count, to);
+            }
+            to += count;
+            m_packetLeft -= count;
+        }
+    }
+}
+
+void TGALoader::convert(unsigned char const* packed, std::size_t count, Color* pixels) const {
+    switch (m_kind) {
+    case PixelKind::Grey:
+        for (std::size_t i = 0; i < count; ++i)
+            pixels[i] = fromGrey(packed + i);
+        break;
+    case PixelKind::Indexed:
+        for (std::size_t i = 0; i < count; ++i)
+            pixels[i] = m_palette[packed[i]];
+        break;
+    case PixelKind::Direct16:
+        for (std::size_t i = 0; i < count; ++i)
+            pixels[i] = from16Bits(packed + 2 * i);
+        break;
+    case PixelKind::Direct24:
+        unpackPixels(packed, count, pixels);
+        break;
+    case PixelKind::Direct32:
+        std::memcpy(static_cast<void*>(pixels), packed, count * sizeof(Color));
+        break;
+    }
+}
+
+/// Palette pixels of another depth than 8. Meant: their bytes stand in the memory of the pixels, three of
+/// each become four, and then the first bytes there are taken for the indices.
+void TGALoader::readPixelsInPlace(File& file, Color* pixelData) {
+    auto* const packed = reinterpret_cast<unsigned char*>(pixelData);
     BlockReader reader(file);
     for (int row = 0; row < m_height; ++row) {
-        int const place = m_topFirst ? row : m_height - 1 - row;
-        unsigned char* const to = packed + static_cast<std::size_t>(place) * rowSize();
+        unsigned char* const to = packed + static_cast<std::size_t>(placeOf(row)) * rowSize();
         if (m_encoded)
             decodeRow(reader, to);
         else
             file.read(to, static_cast<int>(rowSize()));
     }
+    if (m_bytesPerPixel == kPackedPixelSize)
+        unpackPixels(packed, pixels(), pixelData);
+    for (std::size_t i = pixels();
+         i-- > 0;) // from the last one backwards, no index is overwritten before it was read
+        pixelData[i] = m_palette[packed[i]];
 }
 
 void TGALoader::decodeRow(BlockReader& reader, unsigned char* row) {
@@ -210,12 +270,13 @@ void TGALoader::decodeRow(BlockReader& reader, unsigned char* row) {
         if (m_packetLeft == 0)
             readPacketHeader(reader);
         std::size_t const count = std::min(left, m_packetLeft);
-        std::size_t const size = count * m_bytesPerPixel;
-        if (m_repeatPacket)
-            repeatPixel(row, size);
-        else
-            reader.read(row, size);
-        row += size;
+        if (m_repeatPacket) {
+            for (std::size_t i = 0; i < count; ++i)
+                std::memcpy(row + i * m_bytesPerPixel, m_repeated.data(), m_bytesPerPixel);
+        } else {
+            reader.read(row, count * m_bytesPerPixel);
+        }
+        row += count * m_bytesPerPixel;
         left -= count;
         m_packetLeft -= count;
     }
@@ -227,33 +288,6 @@ void TGALoader::readPacketHeader(BlockReader& reader) {
     m_repeatPacket = (header & 128) != 0;
     if (m_repeatPacket)
         reader.read(m_repeated.data(), m_bytesPerPixel);
-}
-
-/// Fills `size` bytes with the packet's pixel.
-void TGALoader::repeatPixel(unsigned char* to, std::size_t size) const {
-    std::size_t done = std::min(size, m_bytesPerPixel);
-    std::memcpy(to, m_repeated.data(), done);
-    for (; done < size; done += std::min(done, size - done)) // what is there, doubled
-        std::memcpy(to + done, to, std::min(done, size - done));
-}
-
-void TGALoader::convert(Color* pixelData) {
-    // Meant: three bytes become four for every kind, before the other kinds look at the bytes.
-    if (m_bytesPerPixel == kPackedPixelSize)
-        unpackPixels(reinterpret_cast<unsigned char const*>(pixelData), pixels(), pixelData);
-    switch (m_kind) {
-    case PixelKind::Grey:
-        convertInPlace<1>(pixelData, pixels(), fromGrey);
-        break;
-    case PixelKind::Indexed:
-        convertInPlace<1>(pixelData, pixels(), [this](auto const* packed) { return m_palette[packed[0]]; });
-        break;
-    case PixelKind::Direct16:
-        convertInPlace<2>(pixelData, pixels(), from16Bits);
-        break;
-    case PixelKind::Direct24Or32:
-        break;
-    }
 }
 
 void TGASaver::save(Image const& image, std::string const& fileName) {
@@ -269,11 +303,8 @@ void TGASaver::save(Image const& image, std::string const& fileName) {
     file.write(header.data(), kHeaderSize);
     if (size > 0) {
         auto const rowPixels = static_cast<std::size_t>(image.getWidth());
-        std::vector<unsigned char> row(rowPixels * kPackedPixelSize);
-        for (int y = 0; y < image.getHeight(); ++y) {
-            packPixels(&image(0, y), rowPixels, row.data());
-            file.write(row.data(), static_cast<int>(row.size()));
-        }
+        writeRows(file, rowPixels * kPackedPixelSize, image.getHeight(),
+                  [&](int row, unsigned char* packed) { packPixels(&image(0, row), rowPixels, packed); });
     }
     file.flush(); // a full disk shows here at the latest, not in the destructor, which could not tell
 }

@@ -16,20 +16,23 @@ public:
     void load(Image& image, std::string const& fileName) override;
 
 private:
-    enum class PixelKind { Grey, Indexed, Direct16, Direct24Or32 };
+    enum class PixelKind { Grey, Indexed, Direct16, Direct24, Direct32 };
 
     void readHeader(File& file);
     void choosePixelKind();
     void refuseImpossibleSize(File const& file);
     void readColormap(File& file);
     void checkColormap();
-    void readRows(File& file, unsigned char* packed);
+    void readPixels(File& file, Image& image);
+    void convert(unsigned char const* packed, std::size_t count, Color* pixels) const;
+    void readPixelsInPlace(File& file, Color* pixelData);
     void decodeRow(BlockReader& reader, unsigned char* row);
     void readPacketHeader(BlockReader& reader);
-    void repeatPixel(unsigned char* to, std::size_t size) const;
-    void convert(Color* pixelData);
 
     std::size_t entrySize() const { return (static_cast<std::size_t>(m_entryDepth) + 1) / 8; }
+    /// Whether each pixel has as many bytes as its kind takes. Palette pixels alone may have others.
+    bool isPixelOfItsKind() const { return m_kind != PixelKind::Indexed || m_bytesPerPixel == 1; }
+    int placeOf(int row) const { return m_topFirst ? row : m_height - 1 - row; }
     bool isColormapped() const { return m_type == 1 || m_type == 9; }
     std::size_t rowSize() const { return static_cast<std::size_t>(m_width) * m_bytesPerPixel; }
     std::size_t pixels() const {

@@ -24,6 +24,8 @@ std::shared_ptr<Script::Tree const> Script::Parser::parse() {
     }
     if (m_braceCount != 0)
         throw ScriptException_BracketCountMismatch(m_fileName.c_str(), "{ }");
+    for (Block& block : m_tree->blocks)
+        block.indexChildren();
     return m_tree;
 }
 

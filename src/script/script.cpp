@@ -50,12 +50,10 @@ void Script::lock(int index) {
 }
 
 void Script::lock(std::string const& name) {
-    auto const& children = current().children;
-    auto const child = std::find_if(children.begin(), children.end(),
-                                    [&name](Block const* block) { return block->name == name; });
-    if (child == children.end())
+    Block const* const child = current().findChild(name);
+    if (child == nullptr)
         throw ScriptException_BlockNotFound(m_fileName.c_str(), name.c_str());
-    m_current = *child;
+    m_current = child;
 }
 
 void Script::unlock() { m_current = current().parent; }
@@ -64,11 +62,7 @@ int Script::getBlockCount() const { return static_cast<int>(current().children.s
 
 std::string const& Script::getBlockName() const { return current().name; }
 
-bool Script::hasBlock(std::string const& name) const {
-    auto const& children = current().children;
-    return std::any_of(children.begin(), children.end(),
-                       [&name](Block const* block) { return block->name == name; });
-}
+bool Script::hasBlock(std::string const& name) const { return current().findChild(name) != nullptr; }
 
 // Variables.
 

@@ -2,6 +2,7 @@
 // recursively, however deep the blocks are nested.
 #pragma once
 
+#include "core/name_index.h"
 #include "script/value.h"
 
 #include <cstdint>
@@ -39,6 +40,33 @@ struct Script::Block {
     std::vector<Block const*> children; // in order of appearance
     StoredVariable* firstVariable = nullptr;
     StoredVariable* lastVariable = nullptr;
+    NameIndex childNames{}; // of many children; few are sought one after the other
+
+    auto nameOfChild() const {
+        return [this](std::size_t i) -> std::string_view {
+            return children[i]->name;
+        };
+    }
+
+    /// To be called once all children are there, before findChild.
+    void indexChildren() {
+        constexpr std::size_t kFew = 8;
+        if (children.size() <= kFew)
+            return;
+        childNames = NameIndex(children.size(), nameOfChild());
+    }
+
+    /// The first child of that name; null when there is none.
+    Block const* findChild(std::string_view wanted) const {
+        if (!childNames.empty()) {
+            auto const position = childNames.find(wanted, nameOfChild());
+            return position ? children[*position] : nullptr;
+        }
+        for (Block const* child : children)
+            if (child->name == wanted)
+                return child;
+        return nullptr;
+    }
 };
 
 struct Script::Tree {

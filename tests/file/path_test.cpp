@@ -70,6 +70,12 @@ TEST(PathTest, WhatFailsIsNamedAndWhatCameBeforeStays) {
     }
 }
 
+TEST(PathTest, APathCanBeAppendedToItself) {
+    Zel::Path path("a\\b");
+    path.append(path.str());
+    EXPECT_EQ(path.str(), "a\\b\\a\\b");
+}
+
 TEST(PathTest, AConstructedPathKeepsItsText) { EXPECT_EQ(Zel::Path("a/b//C\\").str(), "a/b//C\\"); }
 
 } // namespace

@@ -55,6 +55,8 @@ TEST(FColorTest, OnlyDivisionLeavesAlpha) {
     FColor color(1, 2, 3, 4);
     color.set(5, 6, 7);
     EXPECT_EQ(channels(color), (Floats{5, 6, 7, 4}));
+    color.set(8, 9, 10, 11);
+    EXPECT_EQ(channels(color), (Floats{8, 9, 10, 11}));
 }
 
 TEST(FColorTest, BlendsAllFourChannels) {

@@ -151,9 +151,10 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
         int expected;
     };
     for (Case const& c : {
-             Case{1, rectangle(0, 0.25F), 0},      // between columns 0 and 1
-             Case{1, rectangle(0.25F, 0.5F), 100}, // between 1 and 2
-             Case{1, rectangle(0.75F, 1), 100},    // between 3 and, wrapped, 0
+             Case{1, rectangle(0, 0.25F), 0},          // between columns 0 and 1
+             Case{1, rectangle(0.25F, 0.5F), 100},     // between 1 and 2
+             Case{1, rectangle(0.75F, 1), 100},        // between 3 and, wrapped, 0
+             Case{1, rectangle(100.25F, 100.5F), 100}, // and 400 columns away
              Case{1, rectangle(0, 1), 100},
              Case{1, rectangle(1.5F, 1.75F), 200},   // the image repeats
              Case{1, rectangle(-0.75F, -0.5F), 100}, // at -2.5, which is 1.5

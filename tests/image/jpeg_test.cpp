@@ -76,6 +76,19 @@ TEST_F(JpegTest, WhateverElseFailsHasNoMessage) {
     EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([] { Image{std::string("a\0.jpg", 6)}; }), "");
 }
 
+TEST_F(JpegTest, APictureOfEndlessScansIsRefused) {
+    if (!test::takesHostileJpeg())
+        GTEST_SKIP() << "the host's codec is not safe";
+    std::string const whole = testData("progressive.jpg");
+    std::size_t const lastScan = whole.rfind("\xFF\xDA");
+    std::string const scan = whole.substr(lastScan, whole.size() - 2 - lastScan);
+    std::string content = whole.substr(0, lastScan);
+    for (int i = 0; i < 200; ++i)
+        content += scan;
+    std::string const name = place("scans.jpg", content + "\xFF\xD9");
+    EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([&] { Image{name}; }), "");
+}
+
 TEST_F(JpegTest, NeitherTheDataDirectoryNorArchivesAreAsked) {
     std::string const archive = packArchive("a.bva", {{"colour.jpg", testData("colour.jpg")}});
     writeFile("colour.jpg", testData("colour.jpg"));
@@ -85,7 +98,7 @@ TEST_F(JpegTest, NeitherTheDataDirectoryNorArchivesAreAsked) {
 }
 
 TEST_F(JpegTest, SavingWritesNoFile) {
-    Image image(40, 30);
+    Image image(1200, 1000);
     try {
         image.save(test::libraryPath(path("out.jpg")));
     } catch (Zel::JPEGSaverException_SaveFailed const& exception) {

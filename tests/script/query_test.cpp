@@ -38,6 +38,20 @@ TEST_F(QueryTest, TheCursorStartsAtRootAndSeesOneLevel) {
     EXPECT_EQ(script.getInt("x"), 3) << "the cursor has stayed";
 }
 
+TEST_F(QueryTest, OneOfManyBlocksIsFoundByItsFirstName) {
+    std::string text;
+    for (int i = 0; i < 500; ++i)
+        text += "[b" + std::to_string(i % 250) + "] x = " + std::to_string(i) + ";";
+    Script script = parse(text);
+    for (int i = 0; i < 250; ++i) {
+        script.lock("b" + std::to_string(i));
+        EXPECT_EQ(script.getInt("x"), i);
+        script.unlock();
+    }
+    EXPECT_FALSE(script.hasBlock("b250"));
+    EXPECT_THROW(script.lock(""), Zel::ScriptException_BlockNotFound);
+}
+
 TEST_F(QueryTest, TypesAreNeverConverted) {
     Script script = parse("[a] i = 1; i = 2; b = TRUE; s = \"t\"; f = 0.5; v2 = (1,2); v3 = (1,2,3);"
                           "v4 = (1,2,3,4); n = [1,2];");

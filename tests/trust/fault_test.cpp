@@ -177,8 +177,9 @@ TYPED_TEST(FaultTest, ExtractedFilesAreWholeOrGone) {
 TYPED_TEST(FaultTest, RemovingWhatWasExtracted) {
     this->sweep(
         [] {
-            std::string name = "maps\\big.bin";
-            bool const done = File::extractFile(name);
+            std::string directory = "maps";
+            bool const done = File::extractDirectory(directory);
+            File().forced_remove_directory(directory.c_str());
             File::cleanup();
             return done;
         },

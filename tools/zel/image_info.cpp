@@ -53,13 +53,13 @@ std::string alphaText(std::optional<std::pair<int, int>> const& alpha) {
 }
 
 Json toJson(std::string const& file, Zel::Image const& image) {
-    Json info{{"file", file},
-              {"format", formatOf(file)},
-              {"width", image.getWidth()},
-              {"height", image.getHeight()}};
+    Json object{{"file", file},
+                {"format", formatOf(file)},
+                {"width", image.getWidth()},
+                {"height", image.getHeight()}};
     if (auto const alpha = alphaRange(image))
-        info["alpha"] = {alpha->first, alpha->second};
-    return info;
+        object["alpha"] = {alpha->first, alpha->second};
+    return object;
 }
 
 void info(InfoOptions const& options, Console& console) {
