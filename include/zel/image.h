@@ -272,7 +272,6 @@ private:
     std::size_t indexOf(int x, int y) const {
         return static_cast<std::size_t>(std::int64_t{y} * m_width + x);
     }
-    void dilatePixel(int x, int y, Color const& key, int& r, int& g, int& b, int& a, int& count) const;
 
     std::int32_t m_width;
     std::int32_t m_height;

@@ -24,6 +24,8 @@ constexpr std::size_t kPieceSize = 16384;
 struct Table {
     std::shared_ptr<unsigned char[]> bytes;
     std::size_t size;
+
+    unsigned char* at(std::size_t offset) const { return bytes.get() + offset; }
 };
 
 /// Returns the checksum of the unscrambled bytes.
@@ -31,8 +33,8 @@ std::uint32_t unscrambleAll(Table const& table) {
     Crc32Register crc;
     for (std::size_t at = 0; at < table.size; at += kPieceSize) {
         std::size_t const count = std::min(kPieceSize, table.size - at);
-        unscramble(&table.bytes[at], count);
-        crc.update(&table.bytes[at], count);
+        unscramble(table.at(at), count);
+        crc.update(table.at(at), count);
     }
     return crc.value();
 }
@@ -67,7 +69,7 @@ Table readChecked(BinaryFile& file, std::string const& archiveName) {
 std::vector<std::uint32_t> findRecords(Table const& table, std::string const& archiveName) {
     std::vector<std::uint32_t> records;
     for (std::size_t at = 0; at < table.size;) {
-        unsigned char const* const record = &table.bytes[at];
+        unsigned char const* const record = table.at(at);
         std::size_t const left = table.size - at;
         if (left < recordSize(0) || littleEndian32(record) > left - recordSize(0))
             throw Exception_ArchiveCorrupt(archiveName.c_str());

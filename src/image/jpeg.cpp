@@ -31,7 +31,7 @@ void JPEGLoader::load(Image& image, std::string const& fileName) {
         unsigned char const grey = picture.bytes[pixels - 1];
         image[0] = Color(grey, grey, grey, 255);
     } else {
-        unpackPixels(picture.bytes.data(), pixels, image.getData());
+        unpackPixels(picture.bytes.get(), pixels, image.getData());
     }
 }
 
@@ -41,8 +41,9 @@ void JPEGSaver::save(Image const& image, std::string const& /*fileName*/) {
     picture.width = image.getWidth();
     picture.height = image.getHeight();
     std::size_t const pixels = pixelCount(picture.width, picture.height);
-    picture.bytes.resize(pixels * kPackedPixelSize);
-    packPixels(image.getData(), pixels, picture.bytes.data());
+    if (pixels > 0)
+        picture.allocate();
+    packPixels(image.getData(), pixels, picture.bytes.get());
     if (!platform::encodeJpeg(picture))
         throw JPEGSaverException_SaveFailed();
 }

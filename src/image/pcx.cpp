@@ -32,6 +32,9 @@ namespace {
 constexpr std::size_t kHeaderSize = 128;
 constexpr std::size_t kPaletteSize = 768;
 
+constexpr int kRunCode = 0xC0; ///< a byte from here on is the length of a run
+constexpr int kLongestRun = 63;
+
 /// No file can hold more pixels than this for each of its bytes: a run of two bytes has at most 63.
 constexpr std::size_t kPixelsPerByte = 64;
 
@@ -88,26 +91,56 @@ private:
     std::size_t m_position = kHeaderSize;
 };
 
+/// Writes pixels one behind the other, as far as there is room.
+class PixelWriter {
+public:
+    /// `expected` pixels come at least, unless reading them fails.
+    PixelWriter(Color* pixels, std::size_t room, std::size_t expected)
+        : m_next(pixels), m_end(pixels + room), m_endOfBlocks(pixels + std::min(room, expected)) {}
+
+    void add(Color color) {
+        if (m_next < m_end)
+            *m_next++ = color;
+    }
+
+    void addRun(Color color, int count) {
+        std::array<Color, 4> block;
+        block.fill(color);
+        if (m_endOfBlocks - m_next < kLongestRun + std::ssize(block)) {
+            m_next = std::fill_n(m_next, std::min<std::ptrdiff_t>(count, m_end - m_next), color);
+            return;
+        }
+        // In whole blocks, which is faster; the pixels after this run will be written yet.
+        for (int i = 0; i < count; i += static_cast<int>(block.size()))
+            std::copy(block.begin(), block.end(), m_next + i);
+        m_next += count;
+    }
+
+private:
+    Color* m_next;
+    Color* m_end;
+    Color* m_endOfBlocks;
+};
+
 /// Meant: each row takes bytes-per-line pixels, not width of them, and a run that passes the end of a line is
 /// written whole; so whatever a line has too many shifts the rows after it.
 void decode(PCXFile& file, Color* pixels, std::size_t room) {
     std::array<Color, 256> const palette = file.palette();
-    Color* const end = pixels + room;
-    int const bytesPerLine = file.bytesPerLine();
+    int const bytesPerLine = std::max(file.bytesPerLine(), 0);
     int const height = file.height();
+    PixelWriter writer(pixels, room,
+                       static_cast<std::size_t>(bytesPerLine) * static_cast<std::size_t>(height));
     for (int row = 0; row < height; ++row) {
         for (int column = 0; column < bytesPerLine;) {
             unsigned char const code = file.next();
-            if (code < 0xC0) {
-                if (pixels < end)
-                    *pixels++ = palette[code];
+            if (code < kRunCode) {
+                writer.add(palette[code]);
                 ++column;
-                continue;
+            } else {
+                int const count = code - kRunCode;
+                writer.addRun(palette[file.next()], count);
+                column += count;
             }
-            int const count = code & 63;
-            Color const color = palette[file.next()];
-            pixels = std::fill_n(pixels, std::min<std::ptrdiff_t>(count, end - pixels), color);
-            column += count;
         }
     }
 }

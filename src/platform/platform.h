@@ -12,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace Zel::platform {
 
@@ -113,8 +112,13 @@ std::optional<std::int64_t> performanceFrequency();
 struct JpegPicture {
     int width = 0;
     int height = 0;
-    bool isGrey = false;              ///< one byte a pixel; three, blue, green and red, otherwise
-    std::vector<unsigned char> bytes; ///< row by row from the top, without padding
+    bool isGrey = false;                    ///< one byte a pixel; three, blue, green and red, otherwise
+    std::unique_ptr<unsigned char[]> bytes; ///< row by row from the top, without padding
+
+    std::size_t rowSize() const { return static_cast<std::size_t>(width) * (isGrey ? 1 : 3); }
+    std::size_t size() const { return rowSize() * static_cast<std::size_t>(height); }
+    /// Takes memory for the bytes.
+    void allocate() { bytes = std::make_unique_for_overwrite<unsigned char[]>(size()); }
 };
 
 enum class JpegResult {

@@ -12,8 +12,9 @@ enum CharacterKind : std::uint8_t {
     kDigit = 1,
     kLetter = 2,
     kUnderscore = 4,
-    kPlain = 8,  ///< nothing to the preprocessor: no letter, and none of " / # CR LF, zero and 0x80 to 0xFF
-    kQuoted = 16 ///< nothing to anybody between two quotes: none of " CR LF, zero and 0x80 to 0xFF
+    kPlain = 8,   ///< nothing to the preprocessor: no letter, and none of " / # CR LF, zero and 0x80 to 0xFF
+    kQuoted = 16, ///< nothing to anybody between two quotes: none of " CR LF, zero and 0x80 to 0xFF
+    kValueMark = 32 ///< what values hold beside words, but for what begins an interval or a string
 };
 
 inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
@@ -22,10 +23,11 @@ inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
         bool const isDigit = i >= '0' && i <= '9';
         bool const isLetter = (i >= 'A' && i <= 'Z') || (i >= 'a' && i <= 'z');
         bool const isQuoted = i != '"' && i != '\r' && i != '\n';
+        bool const isValueMark = i == '.' || i == ',' || i == '(' || i == ')' || i == '-' || i == ']';
         bool const isPlain = isQuoted && !isLetter && i != '_' && i != '/' && i != '#';
         kinds[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
             (isDigit ? kDigit : 0) | (isLetter ? kLetter : 0) | (i == '_' ? kUnderscore : 0) |
-            (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0));
+            (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0) | (isValueMark ? kValueMark : 0));
     }
     return kinds;
 }();
@@ -41,5 +43,6 @@ inline bool isBlank(char character) { return character == ' ' || character == '\
 /// What words begin with, and what they go on with.
 constexpr int kWordStart = kLetter | kUnderscore;
 constexpr int kWord = kWordStart | kDigit;
+constexpr int kValue = kWord | kValueMark;
 
 } // namespace Zel

@@ -104,24 +104,23 @@ void Script::Parser::handleQuote() {
         m_value += '"';
 }
 
-/// Takes what follows of the word, or of what stands between the quotes, along.
+/// Takes what follows of the word, of the value, or of what stands between the quotes, along.
 void Script::Parser::handleWordCharacter(char character) {
-    if (!m_levels.back().expectingName && !m_inValue)
+    if (m_levels.back().expectingName) {
+        m_levels.back().name += character;
+        m_levels.back().name += m_source.takeRun(kWord);
+    } else if (m_inValue) {
+        m_value += character;
+        m_value += m_source.takeRun(m_inQuotes ? kQuoted : kValue);
+    } else {
         throwSyntaxError();
-    std::string& text = m_levels.back().expectingName ? m_levels.back().name : m_value;
-    text += character;
-    text += m_source.takeRun(m_inQuotes ? kQuoted : kWord);
+    }
 }
 
 void Script::Parser::handlePunctuation(char character) {
-    switch (character) {
-    case '.':
-    case ',':
-    case '(':
-    case ')':
-    case '-':
-    case ']':
+    if (isOfKind(character, kValueMark))
         return appendToValue(character);
+    switch (character) {
     case '=':
         return beginValue();
     case ';':
@@ -144,6 +143,7 @@ void Script::Parser::appendToValue(char character) {
     if (!m_inValue)
         throwSyntaxError();
     m_value += character;
+    m_value += m_source.takeRun(kValue);
 }
 
 void Script::Parser::beginValue() {

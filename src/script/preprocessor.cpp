@@ -121,8 +121,9 @@ void ScriptPreprocessor::run() {
             return;
 
         auto const character = static_cast<char>(value);
-        if (isOfKind(character, kPlain))
-            emitRun(readRun(kPlain));
+        int const kept = m_macros.empty() ? kPlain | kWord : kPlain; // without macros, words stay as they are
+        if (isOfKind(character, kept))
+            emitRun(readRun(kept));
         else if (character == '"')
             copyStringLiteral();
         else if (character == '/' && peekSource(1) == '/')

@@ -94,6 +94,32 @@ TEST_F(CodecTest, BmpFilesEndWithZeros) {
     }
 }
 
+TEST_F(CodecTest, WhatIsSavedIsLoadedAgainInEveryWidth) {
+    for (int width = 1; width <= 9; ++width) {
+        Image image(width, 3);
+        for (int i = 0; i < 3 * width; ++i)
+            image[i] = Color(static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(100 + i),
+                             static_cast<std::uint8_t>(200 - i), 255);
+        for (char const* const name : {"out.tga", "out.bmp"}) {
+            image.save(name);
+            EXPECT_EQ(pixelsOf(Image(name)), pixelsOf(image)) << name << ' ' << width;
+        }
+    }
+}
+
+TEST_F(CodecTest, LongRunsOfAPcxFileArePixelsToo) {
+    std::string content;
+    Colors expected;
+    for (int i = 0; i < 300; ++i) {
+        int const length = 1 + i % 63;
+        content += bytes({0xC0 + length, i % 256});
+        expected.insert(expected.end(), static_cast<std::size_t>(length), pcxColor(i % 256));
+    }
+    int const side = static_cast<int>(expected.size()) / 8;
+    expected.resize(static_cast<std::size_t>(side) * 8);
+    EXPECT_EQ(pixels("a.pcx", Pcx{0, 0, side - 1, 7, side} + content), expected);
+}
+
 TEST_F(CodecTest, BmpSizesWithoutPixelsAreKept) {
     Image image(1, 1);
     writeFile("a.bmp", Bmp{5, -3} + "");

@@ -2,7 +2,10 @@
 #include "support/pictures.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <random>
+#include <utility>
 
 namespace {
 
@@ -113,6 +116,76 @@ TEST(ImageTest, BilinearSamplesTruncateAfterEachBlend) {
          {Case{0.5F, 0, 127}, Case{3.5F, 0, 20}, Case{0.5F, 0.5F, 65}, Case{-1, -1, 0}, Case{0, 1.75F, 5},
           Case{0.25F, 1, 4}, Case{huge, 0, 20}, Case{-huge, huge, 5}, Case{2.5F, 0.25F, 12}})
         EXPECT_EQ(image.sampleBilinear(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
+}
+
+/// Pixels without any order, a third of them of the key colour.
+Image randomImage(int width, int height) {
+    std::minstd_rand random;
+    Image image(width, height);
+    for (int i = 0; i < width * height; ++i) {
+        auto const bits = static_cast<std::uint32_t>(random());
+        auto const byte = [bits](int shift) {
+            return static_cast<std::uint8_t>(bits >> shift);
+        };
+        image[i] = bits % 3 == 0 ? Color(255, 0, 255, byte(8)) : Color(byte(4), byte(9), byte(14), byte(19));
+    }
+    return image;
+}
+
+TEST(ImageTest, EveryBilinearSampleIsThreeBlends) {
+    Image const image = randomImage(37, 23);
+    auto const at = [&](int x, int y) {
+        return image(std::clamp(x, 0, 36), std::clamp(y, 0, 22));
+    };
+    std::minstd_rand random;
+    std::uniform_real_distribution<float> coordinate(-3.0F, 40.0F);
+    for (int i = 0; i < 20000; ++i) {
+        float const x = coordinate(random);
+        float const y = coordinate(random);
+        float const left = std::floor(x);
+        float const top = std::floor(y);
+        int const column = static_cast<int>(left);
+        int const row = static_cast<int>(top);
+        auto const expected = [&](std::uint8_t Color::*channel) {
+            int const upper =
+                Zel::blendChannel(at(column, row).*channel, at(column + 1, row).*channel, x - left);
+            int const lower =
+                Zel::blendChannel(at(column, row + 1).*channel, at(column + 1, row + 1).*channel, x - left);
+            return static_cast<std::uint8_t>(Zel::blendChannel(upper, lower, y - top));
+        };
+        ASSERT_EQ(image.sampleBilinear(x, y),
+                  Color(expected(&Color::r), expected(&Color::g), expected(&Color::b), expected(&Color::a)))
+            << x << ' ' << y;
+    }
+}
+
+TEST(ImageTest, DilationOfAnyImageIsTheAverageOfNeighbours) {
+    Image const before = randomImage(100, 40);
+    Image after(before);
+    after.dilate(kKey);
+    auto const isKey = [](Color const& color) {
+        return color.r == 255 && color.g == 0 && color.b == 255;
+    };
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            std::vector<Color> neighbours;
+            for (auto const& [i, j] : {std::pair(x - 1, y), {x, y - 1}, {x + 1, y}, {x, y + 1}})
+                if (i >= 0 && j >= 0 && i < 100 && j < 40 && !isKey(before(i, j)))
+                    neighbours.push_back(before(i, j));
+            auto const average = [&](std::uint8_t Color::*channel) {
+                int sum = 0;
+                for (Color const& color : neighbours)
+                    sum += color.*channel;
+                return static_cast<std::uint8_t>(sum / static_cast<int>(neighbours.size()));
+            };
+            Color expected = before(x, y);
+            if (isKey(expected))
+                expected = neighbours.empty() ? kKey
+                                              : Color(average(&Color::r), average(&Color::g),
+                                                      average(&Color::b), average(&Color::a));
+            ASSERT_EQ(after(x, y), expected) << x << ' ' << y;
+        }
+    }
 }
 
 TEST(ImageTest, DilationGrowsIntoTheKeyFromFourSides) {

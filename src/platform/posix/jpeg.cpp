@@ -88,9 +88,8 @@ public:
         m_progress.progress_monitor = limitScans;
         m_state.progress = &m_progress;
         jpeg_start_decompress(&m_state);
-        std::size_t const stride = picture.bytes.size() / m_state.output_height;
         while (m_state.output_scanline < m_state.output_height) {
-            JSAMPROW row = &picture.bytes[stride * m_state.output_scanline];
+            JSAMPROW row = &picture.bytes[picture.rowSize() * m_state.output_scanline];
             jpeg_read_scanlines(&m_state, &row, 1);
         }
         return JpegResult::Done; // whatever follows the last row, or fails to
@@ -145,9 +144,8 @@ public:
         m_state.in_color_space = JCS_EXT_BGR;
         jpeg_set_defaults(&m_state);
         jpeg_start_compress(&m_state, TRUE);
-        std::size_t const stride = std::size_t{3} * m_state.image_width;
         while (m_state.next_scanline < m_state.image_height) {
-            auto* row = const_cast<JSAMPROW>(&picture.bytes[stride * m_state.next_scanline]); // only read
+            JSAMPROW row = &picture.bytes[picture.rowSize() * m_state.next_scanline];
             jpeg_write_scanlines(&m_state, &row, 1);
         }
         jpeg_finish_compress(&m_state);
@@ -172,8 +170,7 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
         result = checkJpegSize(picture, streamLength(stream.get()));
     if (result != JpegResult::Done)
         return result;
-    std::size_t const stride = static_cast<std::size_t>(picture.width) * (picture.isGrey ? 1 : 3);
-    picture.bytes.resize(stride * static_cast<std::size_t>(picture.height));
+    picture.allocate();
     return decoder.readRows(picture);
 }
 

@@ -64,13 +64,11 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
     if (size != JpegResult::Done)
         return size;
 
-    std::size_t const stride = std::size_t{width} * (picture.isGrey ? 1 : 3);
-    std::size_t const bytes = stride * height;
-    if (bytes > std::numeric_limits<UINT>::max())
+    if (picture.size() > std::numeric_limits<UINT>::max())
         return JpegResult::Failed;
-    picture.bytes.resize(bytes);
-    HRESULT const copied =
-        frame->CopyPixels(nullptr, static_cast<UINT>(stride), static_cast<UINT>(bytes), picture.bytes.data());
+    picture.allocate();
+    HRESULT const copied = frame->CopyPixels(nullptr, static_cast<UINT>(picture.rowSize()),
+                                             static_cast<UINT>(picture.size()), picture.bytes.get());
     return SUCCEEDED(copied) ? JpegResult::Done : JpegResult::Failed;
 }
 
@@ -85,7 +83,7 @@ bool encodeJpeg(JpegPicture const& picture) {
     auto const width = static_cast<UINT>(picture.width);
     auto const height = static_cast<UINT>(picture.height);
     WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-    if (picture.bytes.size() > std::numeric_limits<UINT>::max())
+    if (picture.size() > std::numeric_limits<UINT>::max())
         return false;
     return createFactory(factory) && SUCCEEDED(factory->CreateStream(stream.receive())) &&
            SUCCEEDED(factory->CreateEncoder(GUID_ContainerFormatJpeg, nullptr, encoder.receive())) &&
@@ -93,10 +91,9 @@ bool encodeJpeg(JpegPicture const& picture) {
            SUCCEEDED(encoder->CreateNewFrame(frame.receive(), options.receive())) &&
            SUCCEEDED(frame->Initialize(options.get())) && SUCCEEDED(frame->SetSize(width, height)) &&
            SUCCEEDED(frame->SetPixelFormat(&format)) &&
-           SUCCEEDED(frame->WritePixels(height, width * 3, static_cast<UINT>(picture.bytes.size()),
-                                        const_cast<BYTE*>(picture.bytes.data()))) && // only read
-           SUCCEEDED(frame->Commit()) &&
-           SUCCEEDED(encoder->Commit());
+           SUCCEEDED(frame->WritePixels(height, width * 3, static_cast<UINT>(picture.size()),
+                                        picture.bytes.get())) &&
+           SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
 }
 
 } // namespace Zel::platform
