@@ -5,7 +5,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 seconds=${1:?usage: fuzz.sh SECONDS [TARGET]}
 require "${build_packages[@]}" "${sanitizer_packages[@]}"
-build_quietly asan fuzz_targets
+build_quietly fuzz
 
 fuzz() {
   local seconds=$1 target=$2 log=build/fuzz/$2.log

@@ -58,6 +58,10 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_InvalidCharacter, ScriptPrepro
 /// An "#include" of a file that is being included already.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocessorException,
                       char const* included, char const* fileName, int line);
+/// Includes and macros that make more of a few lines than any script needs: more than 20,000 inclusions, or
+/// more than 128 MiB of text.
+ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
+                      int line);
 
 /// A parsed script: a tree of blocks below an implicit block "ROOT", read through a cursor, the current
 /// block. Every query looks at the current block alone: `lock` enters a child, `unlock` goes back to the

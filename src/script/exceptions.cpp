@@ -69,4 +69,8 @@ ScriptPreprocessorException_IncludeLoop::ScriptPreprocessorException_IncludeLoop
     setError("File %s includes itself without end in %s on line %d", included, fileName, line);
 }
 
+ScriptPreprocessorException_TooLarge::ScriptPreprocessorException_TooLarge(char const* fileName, int line) {
+    setError("Expansion grows too large in %s on line %d", fileName, line);
+}
+
 } // namespace Zel

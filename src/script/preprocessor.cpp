@@ -12,6 +12,11 @@ namespace Zel {
 namespace {
 
 constexpr int kEnd = -1; // what reading past the end of a file gives
+// A few lines can ask for any number of inclusions, and for any length: each may double what the last has
+// made.
+constexpr std::size_t kMostInclusions = 20'000;
+constexpr std::size_t kLargestExpansion = 128 << 20;
+
 constexpr std::size_t kNoIncluder = static_cast<std::size_t>(-1);
 
 int lineOf(std::uint64_t line) { return static_cast<int>(line); }
@@ -190,10 +195,10 @@ void ScriptPreprocessor::skipBlockComment() {
 void ScriptPreprocessor::expandIdentifier() {
     std::string_view const word = readRun(kWord);
     auto const macro = m_macros.find(word);
-    if (macro != m_macros.end())
-        emitString(macro->second);
-    else
-        emitRun(word);
+    if (macro == m_macros.end())
+        return emitRun(word);
+    refuseGrowth(place());
+    emitString(macro->second);
 }
 
 // Directives.
@@ -240,6 +245,7 @@ void ScriptPreprocessor::include(Directive const& directive) {
     if (name.ends_with('"'))
         name.pop_back();
     refuseLoop(name, directive);
+    refuseGrowth(directive.reported);
     pushFile(name, directive.inclusion);
 }
 
@@ -251,6 +257,12 @@ void ScriptPreprocessor::refuseLoop(std::string const& name, Directive const& di
             throw ScriptPreprocessorException_IncludeLoop(name.c_str(), nameAt(directive.reported),
                                                           lineOf(directive.reported.line));
     }
+}
+
+/// To be asked before something is put in that the file itself does not hold.
+void ScriptPreprocessor::refuseGrowth(Place const& reported) const {
+    if (m_output.size() > kLargestExpansion || m_inclusions.size() > kMostInclusions)
+        throw ScriptPreprocessorException_TooLarge(nameAt(reported), lineOf(reported.line));
 }
 
 /// The replacement is one word; what follows it is ignored.
@@ -277,7 +289,10 @@ void ScriptPreprocessor::emit(int value) {
         m_output += kMarker;
 }
 
+/// For text without line feeds.
 void ScriptPreprocessor::emitString(std::string_view text) {
+    if (text.find('\0') == std::string_view::npos)
+        return emitRun(text);
     for (char character : text)
         emit(static_cast<unsigned char>(character));
 }

@@ -108,6 +108,7 @@ private:
     void handleDirective();
     void include(Directive const& directive);
     void refuseLoop(std::string const& name, Directive const& directive);
+    void refuseGrowth(Place const& reported) const;
     void define(Directive const& directive);
     void undefine(Directive const& directive);
     void requireWords(Directive const& directive, std::size_t count) const;

@@ -2,6 +2,8 @@
 
 #include "support/script_test.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
 class PreprocessorTest : public test::ScriptTest {
@@ -168,6 +170,22 @@ TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefused) {
     EXPECT_EQ(resultOf("#include one"), "File one includes itself without end in two on line 2");
     EXPECT_EQ(resultOf("#include one\n[a]"), "File one includes itself without end in main on line 2")
         << "reading past the end of both has led back to the first file";
+}
+
+TEST_F(PreprocessorTest, WhatDoublesAgainAndAgainIsRefused) {
+    test::Entries files;
+    for (int i = 0; i < 40; ++i) {
+        std::string const next = "#include f" + std::to_string(i + 1) + "\n";
+        files.emplace_back("f" + std::to_string(i), next + next + " ");
+    }
+    files.emplace_back("f40", "\n");
+    Zel::Archive const archive(packArchive("doubling.bva", files));
+    EXPECT_THAT(resultOf("#include f0\n"), testing::StartsWith("Expansion grows too large in f"));
+
+    std::string uses = "#define A " + std::string(1 << 20, 'a') + "\n";
+    for (int i = 0; i < 150; ++i)
+        uses += "A\n";
+    EXPECT_EQ(resultOf(uses), "Expansion grows too large in main on line 130");
 }
 
 TEST_F(PreprocessorTest, DeepIncludesEnd) {

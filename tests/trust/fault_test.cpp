@@ -183,7 +183,7 @@ TYPED_TEST(FaultTest, RemovingWhatWasExtracted) {
             File::cleanup();
             return done;
         },
-        [this] {
+        [] {
             File::cleanup(); // after an extraction that threw
             EXPECT_TRUE(File::sm_extractedFiles.empty());
             File().forced_cleanup();

@@ -19,6 +19,7 @@ constexpr Wording kWordings[] = {
     {" has an invalid range in file ", " at line "},
     {" already defined in ", " on line "},
     {" includes itself without end in ", " on line "},
+    {"Expansion grows too large in ", " on line "},
     {"\" in ", " on line "}, // of a directive
     {") in ", " on line "},  // of a character
     {"Unexpected end of file in script ", ""},
