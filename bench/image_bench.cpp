@@ -144,6 +144,17 @@ void save(benchmark::State& state, char const* name) {
         image.save(name);
 }
 
+/// The bytes that a picture comes to, ready to be written.
+void saveLimit(benchmark::State& state, char const* name) {
+    std::vector<char> const bytes(3 * kPixels);
+    std::string const path = (bench::scratch() / name).string();
+    for ([[maybe_unused]] auto _ : state) {
+        std::FILE* const file = std::fopen(path.c_str(), "wb");
+        benchmark::DoNotOptimize(std::fwrite(bytes.data(), 1, bytes.size(), file));
+        std::fclose(file);
+    }
+}
+
 struct NamedFormat {
     char const* name;
     PictureFormat format;
@@ -176,6 +187,8 @@ void add(std::string const& job, char const* part, void (*measure)(benchmark::St
 BENCHMARK(loadJpegTurbo)->Name("load_limit_libjpeg_turbo/jpeg")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(save, tga, "ours.tga")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(save, bmp, "ours.bmp")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(saveLimit, tga, "limit.tga")->Name("save_limit_fwrite/tga")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(saveLimit, bmp, "limit.bmp")->Name("save_limit_fwrite/bmp")->Unit(benchmark::kMicrosecond);
 #ifdef BENCH_SDL2
 BENCHMARK(saveBmpSdl2)->Name("save_peer_sdl2/bmp")->Unit(benchmark::kMicrosecond);
 #endif
