@@ -401,6 +401,7 @@ public:
 
 private:
     int readChar();
+    bool nothingToSkip() const;
     std::string_view readAhead();
     void pass(std::size_t count);
     void appendPlain(std::string& text, std::string_view bytes) const;

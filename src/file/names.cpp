@@ -22,10 +22,15 @@ std::string afterLast(std::string const& text, char separator) {
 } // namespace
 
 std::string toLowerCase(std::string text) {
-    bool allPlain = true; // small letters and what is none stay as they are in every locale
-    for (char const character : text)
-        allPlain &= static_cast<unsigned char>(character) < 0x80 && (character < 'A' || character > 'Z');
-    if (!allPlain)
+    // Small letters, and what is no letter of ASCII, stay as they are in every locale: no branch for each of
+    // them, so that several are looked at at once.
+    unsigned char others = 0;
+    for (char const character : text) {
+        auto const byte = static_cast<unsigned char>(character);
+        others |=
+            static_cast<unsigned char>((byte & 0x80U) | static_cast<unsigned>(byte >= 'A' && byte <= 'Z'));
+    }
+    if (others != 0)
         std::transform(text.begin(), text.end(), text.begin(),
                        [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
     return text;

@@ -29,7 +29,8 @@ void Path::append(std::string const& text) {
         return;
     }
     for (std::size_t begin = 0; begin <= steps.size();) {
-        std::size_t const end = std::min(steps.find_first_of("\\/", begin), steps.size());
+        auto const end = static_cast<std::size_t>(
+            std::find_if(steps.begin() + begin, steps.end(), isSeparator) - steps.begin());
         if (!applyComponent(steps.substr(begin, end - begin)))
             throw FileException_DirectoryNotFound(withBackslashes(std::string(steps)).c_str());
         begin = end + 1;

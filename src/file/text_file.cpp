@@ -104,8 +104,21 @@ inline int TextFile::readPast(CharacterSet const& ends, std::string* text) {
     return end;
 }
 
+/// Whether the next character is surely none that skipWhiteSpaces reads, which it mostly is.
+inline bool TextFile::nothingToSkip() const {
+    if (m_handle == nullptr || !m_inStep.value || endReached())
+        return false;
+    std::string_view const held = platform::heldBytes(m_handle);
+    if (held.empty())
+        return false;
+    char const next = plain(held.front());
+    return next != 0 && kSpaceEnds.loose[static_cast<unsigned char>(next)];
+}
+
 /// Reads up to the next character that is no white space. Meant: a zero character is read, too.
 void TextFile::skipWhiteSpaces() {
+    if (nothingToSkip())
+        return;
     int const next = readTo(kSpaceEnds, nullptr);
     if (next == 0 && !endReached())
         pass(1);
