@@ -4,7 +4,6 @@
 
 #include "image/dimensions.h"
 
-#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -17,18 +16,39 @@ static_assert(std::endian::native == std::endian::little && sizeof(Color) == 4);
 
 constexpr std::uint32_t kOpaque = 0xFF000000U;
 
-// Four pixels are three words packed, and four unpacked.
-using PackedFour = std::array<std::uint32_t, 3>;
-using Four = std::array<std::uint32_t, 4>;
-
-Four unpackFour(PackedFour const& packed) {
-    auto const [a, b, c] = packed;
-    return {a | kOpaque, a >> 24 | b << 8 | kOpaque, b >> 16 | c << 16 | kOpaque, c >> 8 | kOpaque};
+/// A number that stands somewhere in memory.
+template <class Number>
+Number numberAt(void const* place) {
+    Number number;
+    std::memcpy(&number, place, sizeof number);
+    return number;
 }
 
-PackedFour packFour(Four const& pixels) {
-    auto const [a, b, c, d] = pixels;
-    return {(a & ~kOpaque) | b << 24, (b >> 8 & 0xFFFFU) | c << 16, (c >> 16 & 0xFFU) | d << 8};
+template <class Number>
+void putNumber(void* place, Number number) {
+    std::memcpy(place, &number, sizeof number);
+}
+
+std::uint64_t joined(std::uint32_t low, std::uint32_t high) { return low | std::uint64_t{high} << 32; }
+
+/// Four pixels: twelve bytes become sixteen. All are read before any is written.
+void unpackFour(unsigned char const* packed, Color* pixels) {
+    auto const a = numberAt<std::uint32_t>(packed);
+    auto const b = numberAt<std::uint32_t>(packed + 4);
+    auto const c = numberAt<std::uint32_t>(packed + 8);
+    putNumber(pixels, joined(a | kOpaque, a >> 24 | b << 8 | kOpaque));
+    putNumber(pixels + 2, joined(b >> 16 | c << 16 | kOpaque, c >> 8 | kOpaque));
+}
+
+/// Four pixels: sixteen bytes become twelve.
+void packFour(Color const* pixels, unsigned char* packed) {
+    constexpr std::uint64_t kColor = 0x00FFFFFF;
+    auto const ab = numberAt<std::uint64_t>(pixels);
+    auto const cd = numberAt<std::uint64_t>(pixels + 2);
+    std::uint64_t const two = (ab & kColor) | (ab >> 32 & kColor) << 24; // six bytes
+    std::uint64_t const twoMore = (cd & kColor) | (cd >> 32 & kColor) << 24;
+    putNumber(packed, two | twoMore << 48);
+    putNumber(packed + 8, static_cast<std::uint32_t>(twoMore >> 16));
 }
 
 } // namespace
@@ -39,22 +59,15 @@ void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels)
         unsigned char const* const from = packed + (i - 1) * kPackedPixelSize;
         pixels[i - 1] = Color(from[2], from[1], from[0], 255);
     }
-    for (; i > 0; i -= 4) {
-        PackedFour four;
-        std::memcpy(four.data(), packed + (i - 4) * kPackedPixelSize, sizeof four);
-        Four const unpacked = unpackFour(four);
-        std::memcpy(static_cast<void*>(&pixels[i - 4]), unpacked.data(), sizeof unpacked);
-    }
+    for (; i > 0; i -= 4)
+        unpackFour(packed + (i - 4) * kPackedPixelSize, &pixels[i - 4]);
 }
 
 void packPixels(Color const* pixels, std::size_t count, unsigned char* packed) {
     for (; count >= 4; count -= 4) {
-        Four four;
-        std::memcpy(four.data(), pixels, sizeof four);
-        PackedFour const result = packFour(four);
-        std::memcpy(packed, result.data(), sizeof result);
+        packFour(pixels, packed);
         pixels += 4;
-        packed += sizeof result;
+        packed += 4 * kPackedPixelSize;
     }
     for (; count > 0; --count, ++pixels) {
         *packed++ = pixels->b;
