@@ -75,15 +75,15 @@ void loadJpegTurbo(benchmark::State& state) {
         jpeg_read_header(&decoder, TRUE);
         decoder.out_color_space = JCS_EXT_BGRA;
         jpeg_start_decompress(&decoder);
-        std::vector<JSAMPLE> pixels(4 * kPixels);
+        auto const pixels = std::make_unique<JSAMPLE[]>(4 * kPixels);
         while (decoder.output_scanline < decoder.output_height) {
-            JSAMPROW row = &pixels[std::size_t{decoder.output_scanline} * 4 * kSide];
+            JSAMPROW row = pixels.get() + std::size_t{decoder.output_scanline} * 4 * kSide;
             jpeg_read_scanlines(&decoder, &row, 1);
         }
         jpeg_finish_decompress(&decoder);
         jpeg_destroy_decompress(&decoder);
         std::fclose(file);
-        benchmark::DoNotOptimize(pixels.data());
+        benchmark::DoNotOptimize(pixels.get());
     }
 }
 

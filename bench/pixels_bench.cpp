@@ -128,9 +128,8 @@ void dilate_limit_plain_loop(benchmark::State& state) {
     auto const isKey = [wanted = key()](Color const& colour) {
         return colour.r == wanted.r && colour.g == wanted.g && colour.b == wanted.b;
     };
-    std::vector<Color> grown;
     for ([[maybe_unused]] auto _ : state) {
-        grown = std::vector<Color>(std::size_t{kSide} * kSide);
+        std::vector<Color> grown(std::size_t{kSide} * kSide);
         for (int y = 0; y < kSide; ++y) {
             for (int x = 0; x < kSide; ++x) {
                 Color const& pixel = pixels[y * kSide + x];

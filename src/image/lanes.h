@@ -28,7 +28,7 @@ inline IntLanes toLanes(Color const& color) {
 /// The colour of four channels from 0 to 255.
 inline Color toColor(IntLanes lanes) {
     using Pairs = std::uint64_t __attribute__((vector_size(16)));
-    Pairs pairs = reinterpret_cast<Pairs>(lanes);
+    auto pairs = reinterpret_cast<Pairs>(lanes);
     pairs |= pairs >> 24; // the second of each pair comes to stand behind the first
     return std::bit_cast<Color>(static_cast<std::uint32_t>((pairs[0] & 0xFFFFU) | pairs[1] << 16));
 }
