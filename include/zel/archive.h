@@ -93,8 +93,8 @@ private:
 
     std::string m_fileName;
     std::string m_fullPath;
-    std::unique_ptr<ArchiveEntries>
-        m_entries; // lookups keep accessed flags there, which are no part of the value
+    // Lookups keep the accessed flags in the entries; they are no part of an archive's value.
+    std::unique_ptr<ArchiveEntries> m_entries;
 };
 
 } // namespace Zel

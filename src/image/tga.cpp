@@ -259,8 +259,8 @@ void TGALoader::readPixelsInPlace(File& file, Color* pixelData) {
     }
     if (m_bytesPerPixel == kPackedPixelSize)
         unpackPixels(packed, pixels(), pixelData);
-    for (std::size_t i = pixels();
-         i-- > 0;) // from the last one backwards, no index is overwritten before it was read
+    // From the last one backwards, no index is overwritten before it was read.
+    for (std::size_t i = pixels(); i-- > 0;)
         pixelData[i] = m_palette[packed[i]];
 }
 
