@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace Zel {
@@ -15,11 +17,34 @@ std::string_view withoutLeadingSpace(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
 }
 
-/// What from_chars has another idea of: a hexadecimal number, which it takes for the 0 in front.
-bool isHexadecimal(std::string_view text) {
-    if (text.starts_with('-'))
-        text.remove_prefix(1);
-    return text.starts_with("0x") || text.starts_with("0X");
+bool isHexadecimal(std::string_view number) {
+    if (!number.starts_with("0x") && !number.starts_with("0X"))
+        return false;
+    number.remove_prefix(2);
+    return number.find_first_of(".0123456789abcdefABCDEF") == 0;
+}
+
+/// The infinity or the 0 that a number outside the range of `double` becomes. The C library tells which, and
+/// expects the point that its locale has.
+double outOfRange(std::string number) {
+    std::size_t const point = number.find('.');
+    if (point != std::string::npos)
+        number.replace(point, 1, std::localeconv()->decimal_point);
+    return std::strtod(number.c_str(), nullptr);
+}
+
+/// A number without a sign; nothing when the text does not begin with one.
+std::optional<double> toPositive(std::string_view text) {
+    bool const isHex = isHexadecimal(text);
+    char const* const digits = text.data() + (isHex ? 2 : 0);
+    double value = 0;
+    auto const [end, error] = std::from_chars(digits, text.data() + text.size(), value,
+                                              isHex ? std::chars_format::hex : std::chars_format::general);
+    if (error == std::errc::result_out_of_range)
+        return outOfRange(std::string(text.data(), end));
+    if (error != std::errc() && !isHex)
+        return std::nullopt;
+    return value;
 }
 
 } // namespace
@@ -42,14 +67,14 @@ std::int32_t toInt(std::string_view text) {
 
 float toFloat(std::string_view text) {
     text = withoutLeadingSpace(text);
-    if (text.starts_with('+') && !text.starts_with("+-"))
+    bool const isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+'))
         text.remove_prefix(1);
-    double value = 0;
-    auto const result = std::from_chars(text.data(), text.data() + text.size(), value);
-    // What is out of range is told without telling to which side.
-    if (result.ec == std::errc::result_out_of_range || isHexadecimal(text))
-        value = std::strtod(std::string(text).c_str(), nullptr);
-    return static_cast<float>(value);
+    auto const value =
+        text.starts_with('-') ? std::nullopt : toPositive(text); // from_chars takes a sign, too
+    if (!value)
+        return 0.0F;
+    return static_cast<float>(isNegative ? -*value : *value);
 }
 
 } // namespace Zel

@@ -2,6 +2,7 @@
 
 #include "support/library_test.h"
 
+#include <clocale>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -139,6 +140,16 @@ TEST_P(TextFileTest, IntegersAreReadAsTheCLibraryDoesWithin32Bits) {
     }
     EXPECT_EQ(valueOf<unsigned long>("-1"), 4294967295U);
     EXPECT_FALSE(valueOf<bool>("true", true));
+}
+
+TEST_P(TextFileTest, FloatsHaveAPointInEveryLocale) {
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr &&
+        std::setlocale(LC_NUMERIC, "German") == nullptr)
+        GTEST_SKIP() << "this host has no locale with another point";
+    EXPECT_EQ(valueOf<Vector3>("1.5 0x1.8p1 -2.5e999"),
+              Vector3(1.5F, 3.0F, -std::numeric_limits<float>::infinity()));
+    EXPECT_EQ(valueOf<float>("1,5"), 1.0F);
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 TEST_P(TextFileTest, FloatsAreReadAsTheCLibraryDoes) {
