@@ -53,9 +53,11 @@ public:
     /// Seconds since the previous sample, set or reset.
     float sample();
 
-    /// Moves the start so that get now returns `seconds`, or the nearest time that the clock's units can
-    /// hold: 0 for a negative one, but with PERFORMANCE_COUNTER, which tells negative times too. Meant: the
-    /// move is computed in single precision, so get meets large numbers only about.
+    /// Moves the start so that get now returns `seconds`. A negative time has the timer start later: until
+    /// then PERFORMANCE_COUNTER tells negative times, and the other two, whose units are unsigned, tell how
+    /// far they have come towards the end of their range. For a time beyond that range the start is the
+    /// first or the last that there is. Meant: the move is computed in single precision, so get meets large
+    /// numbers only about.
     void set(float seconds);
 
     /// set(0).

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace Zel {
 namespace {
@@ -18,17 +19,31 @@ std::uint64_t systemTime() {
     return time;
 }
 
-/// The number without its fraction; the nearest that the type can hold, and 0 for what is not a number.
-template <class Integer>
-Integer truncated(float number) {
-    using Limits = std::numeric_limits<Integer>;
-    if (std::isnan(number))
-        return 0;
-    if (number >= std::ldexp(1.0F, Limits::digits))
-        return Limits::max();
-    if (number <= static_cast<float>(Limits::min()))
+/// The start mark that lies so many units, without their fraction, before `now`. What is not a number counts
+/// as none; for more units than the type can hold, the mark is the first or the last that it can.
+template <class Mark>
+Mark markBefore(Mark now, float units) {
+    using Limits = std::numeric_limits<Mark>;
+    if (std::isnan(units))
+        return now;
+    float const range = std::ldexp(1.0F, Limits::digits);
+    if (units >= range)
         return Limits::min();
-    return static_cast<Integer>(number);
+    if (units <= -range)
+        return Limits::max();
+    using Bits = std::make_unsigned_t<Mark>; // which wrap as the clock does
+    auto const distance = static_cast<Bits>(std::fabs(units));
+    return static_cast<Mark>(units < 0 ? static_cast<Bits>(now) + distance
+                                       : static_cast<Bits>(now) - distance);
+}
+
+std::int64_t counter() { return static_cast<std::int64_t>(platform::performanceCounter()); }
+
+/// The largest number when the mark is so long ago that there is no such difference.
+std::int64_t counterSince(std::int64_t mark) {
+    std::int64_t elapsed = 0;
+    bool const overflows = __builtin_sub_overflow(counter(), mark, &elapsed);
+    return overflows ? std::numeric_limits<std::int64_t>::max() : elapsed;
 }
 
 } // namespace
@@ -71,11 +86,9 @@ float Timer::get() const {
     case MULTIMEDIA_TIME:
         // Of every 32-bit number this is the same float as of dividing by 1000, sooner.
         return static_cast<float>((platform::milliseconds() - m_multimediaStart) * 0.001);
-    case PERFORMANCE_COUNTER: {
-        auto const elapsed = static_cast<std::int64_t>(platform::performanceCounter() -
-                                                       static_cast<std::uint64_t>(m_counterStart));
-        return static_cast<float>(static_cast<double>(elapsed) / static_cast<double>(sm_iPerformanceFreq));
-    }
+    case PERFORMANCE_COUNTER:
+        return static_cast<float>(static_cast<double>(counterSince(m_counterStart)) /
+                                  static_cast<double>(sm_iPerformanceFreq));
     }
     return 0.0F;
 }
@@ -90,18 +103,16 @@ float Timer::sample() {
 void Timer::set(float seconds) {
     switch (m_type) {
     case SYSTEM_TIME:
-        m_systemStart = systemTime() - truncated<std::uint64_t>(seconds * 10'000'000.0F);
+        m_systemStart = markBefore(systemTime(), seconds * 10'000'000.0F);
         break;
     case MULTIMEDIA_TIME:
-        m_multimediaStart = platform::milliseconds() - truncated<std::uint32_t>(seconds * 1000.0F);
+        m_multimediaStart = markBefore(platform::milliseconds(), seconds * 1000.0F);
         break;
-    case PERFORMANCE_COUNTER: {
-        auto const elapsed = truncated<std::int64_t>(static_cast<float>(sm_iPerformanceFreq) * seconds);
-        m_counterStart =
-            static_cast<std::int64_t>(platform::performanceCounter() - static_cast<std::uint64_t>(elapsed));
+    case PERFORMANCE_COUNTER:
+        m_counterStart = markBefore(counter(), static_cast<float>(sm_iPerformanceFreq) * seconds);
         break;
     }
-    }
+    get(); // Meant: a clock that fails now leaves the last sample as it was.
     m_lastSample = seconds;
 }
 

@@ -44,9 +44,13 @@ TEST_P(TimerTest, TellsTheTimeSinceItsStartAndSinceTheSampleBefore) {
     timer.reset();
     m_clock.advance(125);
     EXPECT_EQ(timer.sample(), 0.125F);
+
+    timer.set(-5.0F);
+    m_clock.advance(7000);
+    EXPECT_EQ(timer.get(), 2.0F);
 }
 
-TEST_F(TimerTest, SetStoresTheNearestTimeThatTheClockCanHold) {
+TEST_F(TimerTest, SetTakesTheNearestStartThatTheClockCanHold) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     struct Case {
         Timer::Type type;
@@ -54,16 +58,17 @@ TEST_F(TimerTest, SetStoresTheNearestTimeThatTheClockCanHold) {
         float told;
     };
     for (auto const& [type, seconds, told] : {
-             Case{Timer::SYSTEM_TIME, -5.0F, 0.0F},
-             {Timer::SYSTEM_TIME, 2e10F, 2e10F}, // longer ago than the first time of day there is
-             {Timer::SYSTEM_TIME, 1e30F, 1.8446744e12F},
+             Case{Timer::SYSTEM_TIME, -5.0F, 1.8446744e12F},
+             {Timer::SYSTEM_TIME, 2e10F, 2e10F},          // longer ago than the first time of day there is
+             {Timer::SYSTEM_TIME, 1e30F, 1.16454736e10F}, // since 1601
              {Timer::SYSTEM_TIME, NAN, 0.0F},
-             {Timer::MULTIMEDIA_TIME, -5.0F, 0.0F},
+             {Timer::MULTIMEDIA_TIME, -5.0F, 4294962.296F},
              {Timer::MULTIMEDIA_TIME, 2e6F, 2e6F}, // before the clock's own zero
-             {Timer::MULTIMEDIA_TIME, 1e30F, 4294967.295F},
+             {Timer::MULTIMEDIA_TIME, 1e30F, 1e6F},
+             {Timer::MULTIMEDIA_TIME, -1e30F, 1000000.001F},
              {Timer::PERFORMANCE_COUNTER, -5.0F, -5.0F},
              {Timer::PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
-             {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2233720e9F},
+             {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2223720e9F},
              {Timer::PERFORMANCE_COUNTER, NAN, 0.0F},
              // Products of single precision: in double precision each of these came out otherwise.
              {Timer::SYSTEM_TIME, 107.374191F, 107.374199F},
@@ -74,6 +79,11 @@ TEST_F(TimerTest, SetStoresTheNearestTimeThatTheClockCanHold) {
         timer.set(seconds);
         EXPECT_EQ(timer.get(), told) << "type " << type << " set to " << seconds;
     }
+
+    Timer longAgo(Timer::PERFORMANCE_COUNTER);
+    longAgo.set(kInfinity);
+    m_clock.advance(1000);
+    EXPECT_EQ(longAgo.get(), 9.2233720e9F) << "no more than there is";
 }
 
 TEST_F(TimerTest, DifferencesWrapAsTheUnitsOfTheClockDo) {

@@ -52,6 +52,14 @@ TEST_F(WindowsTimerTest, TwoTimersRaiseTheResolutionAndRestoreItOnce) {
         EXPECT_EQ(s_calls, "begin 1;");
     }
     EXPECT_EQ(s_calls, "begin 1;end 1;");
+    {
+        Timer const original;
+        { Timer const copy(original); } // NOLINT(performance-unnecessary-copy-initialization)
+        EXPECT_EQ(s_calls, "begin 1;end 1;begin 1;end 1;");
+    }
+    EXPECT_EQ(Timer::sm_iRefCount, -1);
+    { Timer const later; } // from -1 to 0 and back
+    EXPECT_EQ(s_calls, "begin 1;end 1;begin 1;end 1;") << "a count below 0 asks for nothing";
 }
 
 TEST_F(WindowsTimerTest, ARefusedResolutionThrowsAndStaysCounted) {

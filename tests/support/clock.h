@@ -5,8 +5,8 @@
 
 namespace test {
 
-/// While it lives, all clocks that the library reads stand where they are set, first at one million seconds.
-/// The performance counter has 10^9 units a second.
+/// While it lives, all clocks that the library reads stand where they are set, first one million seconds
+/// after the start of 1970. The performance counter has 10^9 units a second.
 class StoppedClock {
 public:
     StoppedClock();

@@ -16,7 +16,8 @@ std::vector<std::unique_ptr<ReplacedImport>> s_clocks;
 
 void __stdcall systemTime(SYSTEMTIME* now) {
     ULARGE_INTEGER units;
-    units.QuadPart = static_cast<ULONGLONG>(s_milliseconds) * 10'000;
+    constexpr ULONGLONG kUnitsFrom1601To1970 = 116'444'736'000'000'000;
+    units.QuadPart = static_cast<ULONGLONG>(s_milliseconds) * 10'000 + kUnitsFrom1601To1970;
     FILETIME const fileTime = {units.LowPart, units.HighPart};
     FileTimeToSystemTime(&fileTime, now);
 }
