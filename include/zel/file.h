@@ -160,13 +160,12 @@ public:
     /// Extraction: copies of archived files for those who need a real path. Temporary ones go to a directory
     /// of their own (see getTmpDir), and all that they make is recorded for `cleanup`, also when they fail.
     ///
-    /// An entry is not extracted when nothing can be written under its name, when it is the second of two
-    /// that differ in case or slashes alone, or when its name leads out of the destination (see
-    /// whyNotExtracted). The exceptions name the entry's key: FileException_SeekError and
-    /// FileException_ReadError when the archive does not hold the bytes it promises,
-    /// FileException_FileCorrupted when the checksum differs, FileException_WriteError when the disk refuses
-    /// them; no part of the file is left behind then. They throw FileException_DirectoryNotFound when the
-    /// given name leads nowhere (see Path::append).
+    /// An entry is not extracted when nothing can be written under its name, or when its name leads out of
+    /// the destination (see whyNotExtracted). Of entries that are one file on this host, the last one stays.
+    /// The exceptions name the entry's key: FileException_SeekError and FileException_ReadError when the
+    /// archive does not hold the bytes it promises, FileException_FileCorrupted when the checksum differs,
+    /// FileException_WriteError when the disk refuses them; no part of the file is left behind then. They
+    /// throw FileException_DirectoryNotFound when the given name leads nowhere (see Path::append).
 
     /// Extracts the file that opening `name` would find in an archive. True when it could: `name` is then the
     /// path of the copy. Otherwise `name` becomes the path under which the disk would be asked and, unless
@@ -198,8 +197,8 @@ public:
     void forced_remove_directory(char const* directory);
 
     /// Why no entry stored under this name is extracted, in a few words, or null when it may be: names must
-    /// lead down from the destination, and mean on this host what they say. For programs that write an
-    /// archive's entries themselves.
+    /// lead down from the destination on this host, to a file. For programs that write an archive's entries
+    /// themselves.
     static char const* whyNotExtracted(std::string const& name);
 
     /// Archive-only, 1 at first: while it is not 0, `exists` and the extraction operations do not look at the

@@ -1,11 +1,11 @@
 // Copies of archived files on disk.
 
+#include "core/crc32_register.h"
 #include "file/names.h"
 #include "platform/platform.h"
 
 #include <algorithm>
 #include <array>
-#include <set>
 #include <utility>
 #include <zel/file.h>
 
@@ -38,7 +38,7 @@ private:
 /// A file being written, which goes away again unless all of it could be stored.
 class TargetFile {
 public:
-    /// A temporary file is never one that is there already.
+    /// A temporary file never leads elsewhere, as one that is there already may.
     TargetFile(std::string const& path, bool permanent)
         : m_path(path),
           m_stream(permanent ? platform::openStream(path, "wb") : platform::createStream(path)) {}
@@ -74,6 +74,8 @@ private:
 bool makeDirectories(std::string const& destination, std::string const& relative, bool permanent) {
     for (std::size_t end = relative.find('\\'); end != std::string::npos;
          end = relative.find('\\', end + 1)) {
+        if (relative[end - 1] == '\\')
+            continue; // an empty part
         std::string const directory = destination + relative.substr(0, end);
         Record record(directory + '\\', permanent); // the backslash tells a directory
         platform::Making const result = platform::makeDirectory(directory);
@@ -87,21 +89,27 @@ bool makeDirectories(std::string const& destination, std::string const& relative
     return true;
 }
 
-/// Copies what an open file has from its position on. False when nothing can be written at `target`.
-bool copyTo(std::string const& target, File& file, bool permanent) {
+/// Copies an entry. False when nothing can be written at `target`. The checksum is taken of what is written,
+/// as the archive may have changed since it was checked.
+bool copyTo(std::string const& target, File& entry, std::uint32_t expectedCrc, bool permanent) {
     Record record(target, permanent);
     TargetFile copy(target, permanent);
     if (!copy.isOpen())
         return false;
+    Crc32Register crc;
     std::array<unsigned char, kPieceSize> piece;
-    while (!file.endReached()) {
-        int const count = std::min<int>(piece.size(), file.getSize() - file.getPosition());
-        file.read(piece.data(), count);
-        if (!copy.write(piece.data(), static_cast<std::size_t>(count)))
-            throw FileException_WriteError(file.getFilename().c_str());
+    while (!entry.endReached()) {
+        int const left = entry.getSize() - entry.getPosition();
+        std::size_t const count = std::min(piece.size(), static_cast<std::size_t>(left));
+        entry.read(piece.data(), static_cast<int>(count));
+        crc.update(piece.data(), count);
+        if (!copy.write(piece.data(), count))
+            throw FileException_WriteError(entry.getFilename().c_str());
     }
+    if (crc.value() != expectedCrc)
+        throw FileException_FileCorrupted(entry.getFilename().c_str());
     if (!copy.finish())
-        throw FileException_WriteError(file.getFilename().c_str());
+        throw FileException_WriteError(entry.getFilename().c_str());
     record.keep();
     return true;
 }
@@ -131,7 +139,7 @@ bool File::extract(std::string& name, Archive::FileInfo info, Archive const* arc
 
     entry.enterEntry(*archive, info); // checked as a whole before anything is overwritten
     std::string target = destination + relative;
-    if (!copyTo(target, entry, permanent))
+    if (!copyTo(target, entry, static_cast<std::uint32_t>(info.crc), permanent))
         return false;
     name = std::move(target);
     return true;
@@ -160,13 +168,12 @@ File::Extraction File::extractEntries(std::string const& prefix, std::string con
         return Extraction::None;
 
     Archive const* const archive = Archive::getArchive(slot);
-    std::set<std::string> targets;
+    Extraction failed = Extraction::None;
     do {
         std::string name = key;
-        bool const first = targets.empty();
-        bool const isNew = targets.insert(toLowerCase(withBackslashes(key))).second;
-        if (!isNew || !extract(name, info, archive, destination, permanent))
-            return first ? Extraction::None : Extraction::Partly;
+        if (!extract(name, info, archive, destination, permanent))
+            return failed;
+        failed = Extraction::Partly;
     } while (archive->findNextSubstring(prefix, key, key, info));
     return Extraction::Whole;
 }

@@ -42,8 +42,8 @@ std::int64_t streamLength(std::FILE* stream);
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);
 
-/// Makes a file that does not exist yet and opens it for writing bytes. Null when anything has that very
-/// name, a link included. The caller closes it.
+/// Makes a new file and opens it for writing bytes. What has that very name goes first; of a link, the link
+/// itself. Null on failure, which a directory in its place is. The caller closes it.
 std::FILE* createStream(std::string const& path);
 
 /// Whether a directory of that name cannot be made, because something has the name.
@@ -69,8 +69,8 @@ void removeDirectory(std::string const& path);
 /// What cannot be removed stays.
 void removeTree(std::string const& path);
 
-/// Whether a file of that name, one without separators, is called so: on some hosts a name may stand for a
-/// device, or lose its end.
+/// Whether that name, one without separators and neither "." nor "..", stays in its directory: on some hosts
+/// a name may stand for a device, or lose so much of its end that it leads elsewhere.
 bool isFileName(std::string const& name);
 
 /// Makes a directory the working directory of the process. False on failure.

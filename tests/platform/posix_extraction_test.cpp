@@ -6,6 +6,7 @@
 #include "support/temporary_test.h"
 
 #include <fcntl.h>
+#include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -28,30 +29,27 @@ TEST_F(PosixExtractionTest, ALinkThatAppearsInATemporaryDirectoryIsNotFollowed) 
     struct {
         char const* fact;
         std::function<void(fs::path const&)> plant;
+        bool extracted; // instead of a link
     } const cases[] = {
         {"a directory",
          [this](fs::path const& maps) {
              fs::remove(maps);
              fs::create_directory_symlink(path("outside"), maps);
-         }},
-        {"a file",
-         [this](fs::path const& maps) {
-             fs::create_symlink(path("victim"), maps / "a.bin");
-         }},
-        {"no file yet",
-         [this](fs::path const& maps) {
-             fs::create_symlink(path("new"), maps / "a.bin");
-         }},
+         },
+         false},
+        {"a file", [this](fs::path const& maps) { fs::create_symlink(path("victim"), maps / "a.bin"); },
+         true},
+        {"no file yet", [this](fs::path const& maps) { fs::create_symlink(path("new"), maps / "a.bin"); },
+         true},
     };
-    for (auto const& [fact, plant] : cases) {
-        test::g_afterMkdir = [act = plant](std::string const& made) {
+    for (auto const& [fact, plant, extracted] : cases) {
+        test::g_afterMaking = [act = plant](std::string const& made) {
             if (made.ends_with("maps"))
                 act(made);
         };
         std::string dir = "maps";
-        bool const extracted = File::extractDirectory(dir);
-        test::g_afterMkdir = nullptr;
-        EXPECT_FALSE(extracted) << fact;
+        EXPECT_EQ(File::extractDirectory(dir), extracted) << fact;
+        test::g_afterMaking = nullptr;
         File::cleanup();
         EXPECT_TRUE(fs::is_empty(path("outside"))) << fact;
         EXPECT_EQ(readFile("victim"), "mine") << fact;
@@ -70,6 +68,21 @@ TEST_F(PosixExtractionTest, CleanupRemovesNothingThroughALink) {
     File::cleanup();
     EXPECT_EQ(readFile("outside/sub/a.bin"), "mine");
     EXPECT_EQ(readFile("moved/sub/a.bin"), "x") << "not where it was recorded";
+}
+
+TEST_F(PosixExtractionTest, AnArchiveThatChangesWhileItIsCopiedLeavesNoFile) {
+    Archive const archive(packArchive("a.bva", {{"d\\a.bin", std::string(100'000, 'x')}}));
+    test::g_afterMaking = [this](std::string const& made) {
+        if (made.ends_with("a.bin"))
+            std::fstream(path("a.bva"), std::ios::in | std::ios::out | std::ios::binary)
+                    .seekp(-9, std::ios::end)
+                << "other";
+    };
+    std::string name = "d/a.bin";
+    EXPECT_THROW(File::extractFile(name), Zel::FileException_FileCorrupted);
+    test::g_afterMaking = nullptr;
+    EXPECT_TRUE(fs::is_empty(onDisk(File::sm_extractedFiles.back())));
+    File::cleanup();
 }
 
 TEST_F(PosixExtractionTest, ADanglingLinkIsNoNewTemporaryDirectory) {

@@ -18,7 +18,7 @@ int openDescriptors();
 /// Whether a directory is open to nobody but its owner; true where the host has no such modes.
 bool isPrivate(std::filesystem::path const& directory);
 
-/// Whether the host keeps names of devices, and names that end in a dot or a blank, to itself.
+/// Whether the host keeps names of devices, and names of nothing but dots and blanks, to itself.
 bool hasReservedNames();
 
 /// The path as the library writes it.

@@ -24,8 +24,8 @@ public:
     static bool happened();
 };
 
-/// Called with the path of each directory that mkdir has made or tried to make, when it is set: a test does
-/// there what somebody else may do at the same moment. On Linux only.
-extern std::function<void(std::string const& path)> g_afterMkdir;
+/// Called with the path of each directory and file that mkdir or open has made or tried to make, when it is
+/// set: a test does there what somebody else may do at the same moment. On Linux only.
+extern std::function<void(std::string const& path)> g_afterMaking;
 
 } // namespace test

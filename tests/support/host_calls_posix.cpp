@@ -72,7 +72,7 @@ std::FILE* cookieStream(int descriptor, char const* mode) {
 
 } // namespace
 
-std::function<void(std::string const& path)> test::g_afterMkdir;
+std::function<void(std::string const& path)> test::g_afterMaking;
 
 extern "C" {
 
@@ -94,7 +94,10 @@ int open(char const* path, int flags, ...) {
     va_start(arguments, flags);
     mode_t const mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return call(&open, "open", path, flags, mode);
+    int const result = call(&open, "open", path, flags, mode);
+    if ((flags & O_CREAT) != 0 && test::g_afterMaking)
+        test::g_afterMaking(path);
+    return result;
 }
 
 int openat(int directory, char const* path, int flags, ...) {
@@ -110,8 +113,8 @@ int lstat(char const* path, struct stat* status) noexcept { return call(&lstat, 
 int fstat(int descriptor, struct stat* status) noexcept { return call(&fstat, "fstat", descriptor, status); }
 int mkdir(char const* path, mode_t mode) noexcept {
     int const result = call(&mkdir, "mkdir", path, mode);
-    if (test::g_afterMkdir)
-        test::g_afterMkdir(path);
+    if (test::g_afterMaking)
+        test::g_afterMaking(path);
     return result;
 }
 int rmdir(char const* path) noexcept { return call(&rmdir, "rmdir", path); }

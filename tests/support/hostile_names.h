@@ -17,22 +17,22 @@ inline std::vector<std::string> hostileNames() {
                                       "z:drive",       "a\\c:\\b",
                                       "a:stream",      "\\leading",
                                       "/leading",      "\\\\server\\share\\up",
-                                      "//server/up",   "a\\\\b",
-                                      "a\\",           ".\\a",
+                                      "//server/up",   "a\\",
                                       "a\\."};
     names.push_back(std::string("zero\0byte", 9));
     names.push_back(std::string("\0", 1));
     if (!hasReservedNames())
         return names;
     for (char const* name : {"nul", "CON", "aux.txt", "prn .txt", "a\\com1", "lpt9.x\\a", "com\xB9", "conin$",
-                             "trailing.", "trailing ", "dir.\\a", ".. \\up", "...\\up"})
+                             ".. \\up", "...\\up", "a\\ "})
         names.emplace_back(name);
     return names;
 }
 
 /// Names like them that every host takes as they are.
 inline std::vector<std::string> harmlessNames() {
-    return {"..a", "a..b", "...a\\b", "com", "com10", "null", "console.txt", "a~1", " a"};
+    return {"..a", "a..b", "...a\\b", "com",  "com10", "null",   "console.txt",
+            "a~1", " a",   "a\\\\b",  "a//b", ".\\a",  "a\\.\\b"};
 }
 
 } // namespace test

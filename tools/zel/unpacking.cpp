@@ -34,12 +34,12 @@ fs::path Unpacking::place(std::string const& entryName) {
         throw Failure(kFinding, reason);
     std::string relative = entryName;
     std::replace(relative.begin(), relative.end(), '\\', '/');
-    auto const [earlier, isNew] = m_placed.emplace(toLowerCase(relative), entryName);
+    fs::path const names = fs::path(relative).lexically_normal();
+    auto const [earlier, isNew] = m_placed.emplace(toLowerCase(names.generic_string()), entryName);
     if (!isNew)
         throw Failure(kFinding, "it would be the same file as " + earlier->second);
 
     fs::path target = m_directory;
-    fs::path const names(relative);
     for (fs::path const& name : names.parent_path()) {
         target /= name;
         makeDirectory(target);

@@ -86,7 +86,10 @@ bool pathExists(std::string const& path) {
 
 std::FILE* createStream(std::string const& path) {
     auto const exact = toHostPath(path);
-    return streamOf(makeFile(exact ? placeIgnoringCase(*exact) : std::nullopt, O_EXCL), "wb");
+    auto const place = exact ? placeIgnoringCase(*exact) : std::nullopt;
+    if (place)
+        unlink(place->c_str()); // mostly there is nothing
+    return streamOf(makeFile(place, O_EXCL), "wb");
 }
 
 void removeFile(std::string const& path) {

@@ -104,8 +104,8 @@ void removeTree(std::string const& path) {
 }
 
 bool isFileName(std::string const& name) {
-    if (name.ends_with('.') || name.ends_with(' '))
-        return false; // the host would drop these
+    if (name.find_first_not_of(". ") == std::string::npos)
+        return false; // the host may drop some of these, and ".." would be left
     std::string stem = upperCase(name.substr(0, name.find('.')));
     stem.erase(stem.find_last_not_of(' ') + 1); // "NUL .txt" is a device, too
     return !isDevice(stem);

@@ -24,8 +24,11 @@ bool pathExists(std::string const& path) {
 }
 
 std::FILE* createStream(std::string const& path) {
+    if (isCut(path))
+        return nullptr;
+    _unlink(path.c_str()); // mostly there is nothing
     int const flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
-    int const descriptor = isCut(path) ? -1 : _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
+    int const descriptor = _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
     if (descriptor == -1)
         return nullptr;
     std::FILE* const stream = _fdopen(descriptor, "wb");
