@@ -9,8 +9,10 @@
 #include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
+#include <linux/capability.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
@@ -21,6 +23,24 @@ using Zel::Archive;
 using Zel::File;
 
 using PosixExtractionTest = test::TemporaryTest;
+
+/// While it lives, this process may do what the modes of files allow, even when root runs it.
+class WithoutPrivileges {
+public:
+    WithoutPrivileges() {
+        syscall(SYS_capget, &m_header, m_saved);
+        __user_cap_data_struct reduced[2] = {m_saved[0], m_saved[1]};
+        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH);
+        syscall(SYS_capset, &m_header, reduced);
+    }
+    WithoutPrivileges(WithoutPrivileges const&) = delete;
+    WithoutPrivileges& operator=(WithoutPrivileges const&) = delete;
+    ~WithoutPrivileges() { syscall(SYS_capset, &m_header, m_saved); }
+
+private:
+    __user_cap_header_struct m_header = {_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct m_saved[2]{};
+};
 
 TEST_F(PosixExtractionTest, ALinkThatAppearsInATemporaryDirectoryIsNotFollowed) {
     Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
@@ -83,6 +103,33 @@ TEST_F(PosixExtractionTest, AnArchiveThatChangesWhileItIsCopiedLeavesNoFile) {
     test::g_afterMaking = nullptr;
     EXPECT_TRUE(fs::is_empty(onDisk(File::sm_extractedFiles.back())));
     File::cleanup();
+}
+
+TEST_F(PosixExtractionTest, AllBelowTheDataFolderIsPrivate) {
+    Archive const archive(packArchive("a.bva", {{"d\\sub\\a", "x"}}));
+    std::string name = "d/sub/a";
+    EXPECT_TRUE(File::extractFile(name));
+    EXPECT_TRUE(test::isPrivate(onDisk(name).parent_path()));
+    EXPECT_TRUE(test::isPrivate(onDisk(name).parent_path().parent_path()));
+    File::cleanup();
+}
+
+TEST_F(PosixExtractionTest, ForcedRemovalOpensWhatIsClosedToItsOwner) {
+    fs::path const closed[] = {path("tree/none"), path("tree/readonly"), path("tree")};
+    for (fs::path const& directory : closed) {
+        fs::create_directories(directory / "below");
+        std::ofstream(directory / "file") << "x";
+    }
+    fs::permissions(closed[0], fs::perms::none);
+    fs::permissions(closed[1], fs::perms::owner_read | fs::perms::owner_exec);
+    fs::permissions(closed[2], fs::perms::none);
+    {
+        WithoutPrivileges const ordinary;
+        std::error_code closedIndeed;
+        EXPECT_FALSE(fs::exists(closed[0], closedIndeed));
+        File().forced_remove_directory(test::libraryPath(closed[2]).c_str());
+    }
+    EXPECT_FALSE(fs::exists(closed[2]));
 }
 
 TEST_F(PosixExtractionTest, ADanglingLinkIsNoNewTemporaryDirectory) {

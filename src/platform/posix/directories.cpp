@@ -36,6 +36,12 @@ private:
 
 constexpr int kOpenDirectory = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
+/// Opens a directory, wherever `path` leads from `parent`, to remove what it holds.
+int openForRemoval(int parent, char const* path) {
+    fchmodat(parent, path, S_IRWXU, AT_SYMLINK_NOFOLLOW); // one that is read-only would keep its entries
+    return openat(parent, path, kOpenDirectory);
+}
+
 std::vector<std::string> entryNames(int directory) {
     struct Closer {
         void operator()(DIR* entries) const { closedir(entries); }
@@ -57,14 +63,13 @@ bool isSame(struct stat const& a, struct stat const& b) {
 /// Removes what a directory holds. Only the deepest directory is held open, as trees may be deeper than a
 /// process may have descriptors. False when the way back up is lost: somebody has moved a directory.
 bool removeEntries(Descriptor& directory) {
-    fchmod(directory.get(), S_IRWXU); // a directory that is read-only would keep its entries
     struct stat here;
     if (fstat(directory.get(), &here) != 0)
         return false;
     for (std::string const& name : entryNames(directory.get())) {
         if (unlinkat(directory.get(), name.c_str(), 0) == 0)
             continue; // everything but a directory, links included
-        int const below = openat(directory.get(), name.c_str(), kOpenDirectory);
+        int const below = openForRemoval(directory.get(), name.c_str());
         if (below == -1)
             continue;
         directory.reset(below);
@@ -88,7 +93,7 @@ Making makeDirectory(std::string const& path) {
     auto const place = exact ? placeIgnoringCase(*exact) : std::nullopt;
     if (!place)
         return Making::Failed;
-    if (mkdir(place->c_str(), 0777) == 0)
+    if (mkdir(place->c_str(), directoryMode(*place)) == 0)
         return Making::Made;
     return errno == EEXIST ? Making::Existed : Making::Failed;
 }
@@ -113,7 +118,8 @@ void removeTree(std::string const& path) {
         removeFile(path);
         return;
     }
-    Descriptor directory(withExistingPath(path, [](char const* host) { return open(host, kOpenDirectory); }));
+    Descriptor directory(
+        withExistingPath(path, [](char const* host) { return openForRemoval(AT_FDCWD, host); }));
     if (directory.get() != -1)
         removeEntries(directory);
     removeDirectory(path);

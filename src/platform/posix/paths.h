@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 
 namespace Zel::platform {
 
@@ -20,6 +21,10 @@ std::optional<std::string> matchIgnoringCase(std::string const& hostPath);
 
 /// Where a new file of that name belongs: the directory found by matchIgnoringCase, the name as it stands.
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
+
+/// The permissions of a new directory, before the umask. What lies below the machine-wide data folder is
+/// private to the user who runs the program.
+mode_t directoryMode(std::string const& hostPath);
 
 /// Calls `act` with the exact host path and, when nothing is there, with the one found by ignoring case;
 /// `act` returns -1 when it fails.

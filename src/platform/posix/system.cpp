@@ -19,8 +19,20 @@ std::string environment(char const* name) {
     return value != nullptr ? value : "";
 }
 
-/// The machine-wide data folder of the host; empty when nothing tells it.
-std::string commonDataRoot() {
+std::string withoutFinalSlash(std::string path) {
+    if (path.size() > 1 && path.ends_with('/'))
+        path.pop_back();
+    return path;
+}
+
+/// Empty when there is no working directory that a relative path could lead from.
+std::string absolute(std::string const& hostPath) {
+    std::error_code error;
+    return withoutFinalSlash(std::filesystem::absolute(hostPath, error).lexically_normal().string());
+}
+
+/// The machine-wide data folder, as the host is told it; empty when nothing tells it.
+std::string chosenDataFolder() {
     if (std::string chosen = environment("ZEL_COMMON_DATA"); !chosen.empty())
         return chosen;
     if (geteuid() == 0)
@@ -31,16 +43,15 @@ std::string commonDataRoot() {
     return home.empty() ? "" : home + "/.local/state";
 }
 
-/// Makes a directory and those above it that are missing, with `mode` less the umask.
-bool makeDirectories(std::string const& hostPath, mode_t mode) {
+/// Makes a directory and those above it that are missing.
+bool makeDirectories(std::string const& hostPath) {
     if (matchIgnoringCase(hostPath))
         return true;
     std::size_t const separator = hostPath.find_last_of('/');
-    if (separator != std::string::npos && separator > 0 &&
-        !makeDirectories(hostPath.substr(0, separator), mode))
+    if (separator != std::string::npos && separator > 0 && !makeDirectories(hostPath.substr(0, separator)))
         return false;
     auto const place = placeIgnoringCase(hostPath);
-    return place && (mkdir(place->c_str(), mode) == 0 || errno == EEXIST);
+    return place && (mkdir(place->c_str(), directoryMode(hostPath)) == 0 || errno == EEXIST);
 }
 
 constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
@@ -55,6 +66,13 @@ std::uint64_t timeOf(clockid_t clock) {
 
 } // namespace
 
+mode_t directoryMode(std::string const& hostPath) {
+    std::string const chosen = chosenDataFolder();
+    std::string const root = chosen.empty() ? chosen : absolute(chosen);
+    bool const isBelow = !root.empty() && absolute(hostPath).starts_with(root == "/" ? root : root + "/");
+    return isBelow ? S_IRWXU : S_IRWXU | S_IRWXG | S_IRWXO;
+}
+
 std::optional<std::string> startupDirectory() {
     char program[PATH_MAX];
     ssize_t const length = readlink("/proc/self/exe", program, sizeof program);
@@ -65,17 +83,13 @@ std::optional<std::string> startupDirectory() {
 }
 
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
-    std::string const chosen = commonDataRoot();
+    std::string const chosen = chosenDataFolder();
     auto const below = toHostPath(subFolder);
     if (chosen.empty() || chosen.find_first_of(":\\") != std::string::npos || !below)
         return std::nullopt; // no path of the library's can lead below a name with a colon or a backslash
 
-    std::string const root = std::filesystem::absolute(chosen).lexically_normal().string();
-    std::string folder = std::filesystem::path(root + "/" + *below).lexically_normal().string();
-    if (folder.ends_with('/'))
-        folder.pop_back();
-    // What lies below the machine-wide folder is private to the user who runs the program.
-    if (query == FolderQuery::Create && (!makeDirectories(root, 0777) || !makeDirectories(folder, 0700)))
+    std::string const folder = absolute(chosen + "/" + *below);
+    if (folder.empty() || (query == FolderQuery::Create && !makeDirectories(folder)))
         return std::nullopt;
     return fromHostPath(folder);
 }
