@@ -57,6 +57,9 @@ TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     EXPECT_EQ(other, 3);
     EXPECT_THAT(err(), HasSubstr("zel: cannot write new.bva: "));
     EXPECT_EQ(readFile("out.bva"), "the older one");
+    test::withFullDisk(5'000, [&] { exitCode = zel({"noise", "noise.tga", "--size", "64x64"}); });
+    EXPECT_EQ(exitCode, 3);
+    EXPECT_EQ(err(), "zel: cannot write noise.tga: the disk refuses it\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2);
 }
 

@@ -119,6 +119,10 @@ TEST_F(ImageCommandsTest, NoiseIsDrawnFromTheLibrarysFunctions) {
     EXPECT_EQ(load("turbulence.bmp")(5, 7), grey(2.0F * Zel::turbulence(place, 4.0F)));
     EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16"}), 2);
     EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--kind", "other"}), 2);
+    EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--freq", "nan"}), 2);
+    EXPECT_EQ(zel({"noise", "wide.bmp", "--size", "65536x1"}), 0);
+    EXPECT_EQ(zel({"image", "convert", "wide.bmp", "wide.tga"}), 2);
+    EXPECT_THAT(err(), HasSubstr("at most 65535 pixels a side"));
 }
 
 TEST_F(ImageCommandsTest, SheetFitsPicturesIntoCells) {

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <zel/noise.h>
 
@@ -34,6 +35,8 @@ void drawNoise(NoiseOptions const& options) {
     auto const size = parseSize(options.size);
     if (!size)
         throw Failure(kUsage, "--size " + options.size + ": give it as WIDTHxHEIGHT");
+    if (std::isnan(options.frequency)) // which passes for a number within any range
+        throw Failure(kUsage, "--freq: give it as a number");
     Zel::Image image(size->width, size->height);
     auto const side = static_cast<float>(std::max(size->width, size->height));
     for (int y = 0; y < size->height; ++y) {

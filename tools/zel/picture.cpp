@@ -21,6 +21,15 @@ int positiveNumber(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() && value > 0 ? value : 0;
 }
 
+/// A TGA file has 16 bits for each side, of which the library keeps the lower ones.
+void requireSavable(Zel::Image const& image, std::string const& hostPath) {
+    constexpr int kLargestSide = 65535;
+    if (fs::path(hostPath).extension() == ".tga" &&
+        std::max(image.getWidth(), image.getHeight()) > kLargestSide)
+        throw Failure(kUsage, "cannot save " + hostPath +
+                                  ": a .tga file has at most 65535 pixels a side; save as .bmp");
+}
+
 } // namespace
 
 void requireWriter(std::string const& hostPath) {
@@ -64,8 +73,13 @@ forEachPicture(std::vector<std::string> const& hostPaths, Console const& console
 }
 
 void savePicture(Zel::Image const& image, std::string const& hostPath) {
+    requireSavable(image, hostPath);
     PendingFile file(hostPath); // there already, so the library keeps the case of its name
-    image.save(libraryName(file.temporary().string()));
+    try {
+        image.save(libraryName(file.temporary().string()));
+    } catch (Zel::FileException_WriteError const&) { // which would name the temporary file
+        throw Failure(kOperatingFailure, "cannot write " + hostPath + ": the disk refuses it");
+    }
     file.commit();
 }
 
