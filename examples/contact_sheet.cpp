@@ -25,7 +25,7 @@ constexpr int kGap = 16;
 /// A picture by its name below the data directory; an empty one when it cannot be loaded.
 Zel::Image loadPicture(std::string const& name) {
     // JPEG pictures come from the disk alone, by their full path: the system's own codec opens the file. On
-    // Windows that codec needs CoInitialize to have been called on this thread.
+    // Windows it needs what com_windows.cpp does.
     bool const isJpeg = fs::path(name).extension() == ".jpg";
     try {
         return Zel::Image(isJpeg ? Zel::File::getDataDir() + name : name);

@@ -27,7 +27,7 @@ int main() {
     try {
         Zel::Zel_Init const init;
         Zel::Timer timer(Zel::Timer::PERFORMANCE_COUNTER); // the finest of the three clocks
-        timer.set(10.0F);                                  // the animation starts in its tenth second
+        timer.set(10.0F); // the animation starts where ten seconds have passed
         for (int frame = 1; frame <= 5; ++frame) {
             float const mean = drawFrame(timer.get());
             float const seconds = timer.sample(); // since the previous sample, here since set
