@@ -1,6 +1,5 @@
 // The report of the memory block tracker to the byte. Its counters last as long as the process, so that one
 // test has them all to itself.
-// itself.
 
 #include "support/library_test.h"
 

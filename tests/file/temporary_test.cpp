@@ -1,8 +1,8 @@
 // Temporary directories and names.
 
 #include "support/temporary_test.h"
+#include "support/clock.h"
 
-#include <cstdio>
 #include <gmock/gmock.h>
 
 namespace {
@@ -13,16 +13,17 @@ using Zel::File;
 using test::TemporaryTest;
 
 TEST_F(TemporaryTest, TemporaryDirectoriesAreNewEmptyAndRecorded) {
-    std::string const first = File::getTmpDir();
-    std::string const second = File::getTmpDir();
-    EXPECT_NE(first, second);
+    std::string first;
+    std::string second;
+    {
+        test::StoppedClock const clock;
+        first = File::getTmpDir();
+        second = File::getTmpDir();
+    }
     EXPECT_THAT(File::sm_extractedFiles, testing::ElementsAre(first, second));
-    std::string const name = first.substr(first.find("\\Brisvane\\temp\\"));
-    unsigned time[2], counter[2];
-    int length = 0;
-    std::sscanf(name.c_str(), "\\Brisvane\\temp\\tmp_1_%u_%u_%u_%u\\%n", &time[0], &time[1], &counter[0],
-                &counter[1], &length);
-    EXPECT_EQ(static_cast<std::size_t>(length), name.size()) << name;
+    // The time of day, its low 32 bits first, and the performance counter alike.
+    EXPECT_TRUE(first.ends_with("\\Brisvane\\temp\\tmp_1_598810624_27114231_2764472320_232830\\")) << first;
+    EXPECT_TRUE(second.ends_with("\\Brisvane\\temp\\tmp_2_598810624_27114231_2764472320_232830\\")) << second;
     int count = 0;
     for (auto const& entry : fs::directory_iterator(temporaryRoot())) {
         ++count;
