@@ -16,6 +16,7 @@
 
 namespace Zel {
 
+class ExtractionTarget;
 class FColor;
 struct CharacterSet;
 
@@ -242,12 +243,10 @@ private:
     };
 
     enum class Extraction { None, Partly, Whole };
-    static Extraction extractEntries(std::string const& prefix, std::string const& destination,
-                                     bool permanent);
-    static bool extractBelow(std::string prefix, std::string& dir, std::string const& destination,
-                             bool permanent);
+    static Extraction extractEntries(std::string const& prefix, ExtractionTarget& target);
+    static bool extractBelow(std::string prefix, std::string& dir, ExtractionTarget target);
     static bool extract(std::string& name, Archive::FileInfo info, Archive const* archive,
-                        std::string destination, bool permanent);
+                        ExtractionTarget& target);
 
     std::string m_filename;
     Mode m_mode;

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 namespace Zel::platform {
 
@@ -45,6 +46,17 @@ bool pathExists(std::string const& path);
 /// Makes a new file and opens it for writing bytes. What has that very name goes first; of a link, the link
 /// itself. Null on failure, which a directory in its place is. The caller closes it.
 std::FILE* createStream(std::string const& path);
+
+/// The names in a directory, without case, as they were when it was last looked into.
+struct SeenDirectory {
+    std::optional<std::string> path;
+    std::unordered_set<std::string> names;
+};
+
+/// As openStream with "wb", for many files one after the other: where the host tells case apart, it looks
+/// into a directory for names that differ in case alone only when it is not the one seen last. What others
+/// add there meanwhile may be missed.
+std::FILE* overwriteStream(std::string const& path, SeenDirectory& seen);
 
 /// Whether a directory of that name cannot be made, because something has the name.
 bool isTaken(std::string const& path);

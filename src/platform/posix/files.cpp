@@ -92,6 +92,19 @@ std::FILE* createStream(std::string const& path) {
     return streamOf(makeFile(place, O_EXCL), "wb");
 }
 
+std::FILE* overwriteStream(std::string const& path, SeenDirectory& seen) {
+    auto const exact = toHostPath(path);
+    if (!exact)
+        return nullptr;
+    std::size_t const nameStart = exact->rfind('/') + 1; // 0 when there is no separator
+    std::string const directory = exact->substr(0, nameStart);
+    if (seen.path != directory)
+        seen = {directory, foldedEntryNames(directory)};
+    if (!seen.names.insert(folded(exact->substr(nameStart))).second)
+        return openStream(path, "wb");
+    return streamOf(makeFile(placeIgnoringCase(*exact), O_TRUNC), "wb");
+}
+
 void removeFile(std::string const& path) {
     withExistingPath(path, [](char const* host) { return unlink(host); });
 }

@@ -14,6 +14,12 @@ namespace {
 struct DirectoryCloser {
     void operator()(DIR* directory) const { closedir(directory); }
 };
+using Directory = std::unique_ptr<DIR, DirectoryCloser>;
+
+/// "" is the working directory.
+Directory openDirectory(std::string const& path) {
+    return Directory(opendir(path.empty() ? "." : path.c_str()));
+}
 
 /// The entry of a directory ("" for the working directory) that is called `name` when case is ignored.
 std::optional<std::string> matchEntry(std::string const& directory, std::string const& name) {
@@ -21,7 +27,7 @@ std::optional<std::string> matchEntry(std::string const& directory, std::string 
     if (access(exact.c_str(), F_OK) == 0)
         return exact;
 
-    std::unique_ptr<DIR, DirectoryCloser> const entries(opendir(directory.empty() ? "." : directory.c_str()));
+    Directory const entries = openDirectory(directory);
     if (!entries)
         return std::nullopt;
     std::optional<std::string> best;
@@ -81,6 +87,22 @@ std::optional<std::string> placeIgnoringCase(std::string const& hostPath) {
         return std::nullopt;
     bool const needsSeparator = !directory->empty() && !directory->ends_with('/');
     return *directory + (needsSeparator ? "/" : "") + hostPath.substr(nameStart);
+}
+
+std::string folded(std::string text) {
+    for (char& character : text)
+        if (character >= 'A' && character <= 'Z')
+            character = static_cast<char>(character - 'A' + 'a');
+    return text;
+}
+
+std::unordered_set<std::string> foldedEntryNames(std::string const& directory) {
+    std::unordered_set<std::string> names;
+    auto const matched = matchIgnoringCase(directory);
+    Directory const entries = matched ? openDirectory(*matched) : nullptr;
+    while (dirent const* entry = entries ? readdir(entries.get()) : nullptr)
+        names.insert(folded(entry->d_name));
+    return names;
 }
 
 } // namespace Zel::platform

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <sys/types.h>
+#include <unordered_set>
 
 namespace Zel::platform {
 
@@ -21,6 +22,12 @@ std::optional<std::string> matchIgnoringCase(std::string const& hostPath);
 
 /// Where a new file of that name belongs: the directory found by matchIgnoringCase, the name as it stands.
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
+
+/// The text with the capitals of ASCII as small letters.
+std::string folded(std::string text);
+
+/// The folded names of what is in a directory, which is found ignoring case; "" is the working directory.
+std::unordered_set<std::string> foldedEntryNames(std::string const& directory);
 
 /// The permissions of a new directory, before the umask. What lies below the machine-wide data folder is
 /// private to the user who runs the program.

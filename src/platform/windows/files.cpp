@@ -39,6 +39,10 @@ std::FILE* createStream(std::string const& path) {
     return stream;
 }
 
+std::FILE* overwriteStream(std::string const& path, SeenDirectory& /*seen*/) {
+    return openStream(path, "wb");
+}
+
 void removeFile(std::string const& path) {
     if (!isCut(path))
         _unlink(path.c_str());

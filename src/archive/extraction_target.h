@@ -1,0 +1,41 @@
+// Where extraction puts its copies of entries.
+#pragma once
+
+#include "platform/platform.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Zel {
+
+class File;
+
+/// A directory that gets copies. What is made in a temporary one is recorded for File::cleanup, and nothing
+/// is written through a link there.
+class ExtractionTarget {
+public:
+    enum Lifetime { Temporary, Permanent };
+
+    /// `directory` ends with a separator. An empty one is none, and must get nothing.
+    ExtractionTarget(std::string directory, Lifetime lifetime)
+        : m_directory(std::move(directory)), m_lifetime(lifetime) {}
+
+    std::string const& directory() const { return m_directory; }
+
+    /// Makes the directories that a path from here to a file names. False when one cannot be made.
+    bool makeDirectories(std::string const& relative) const;
+
+    /// Copies an open entry, which has that checksum, to a path from here whose directories are there. False
+    /// when nothing can be written under that name. Throws FileException_WriteError, and
+    /// FileException_FileCorrupted when the entry is no longer what it was; no file is left behind then.
+    bool copy(File& entry, std::uint32_t expectedCrc, std::string const& relative);
+
+private:
+    bool isTemporary() const { return m_lifetime == Temporary; }
+
+    std::string m_directory;
+    Lifetime m_lifetime;
+    platform::SeenDirectory m_seen;
+};
+
+} // namespace Zel
