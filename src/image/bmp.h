@@ -1,18 +1,21 @@
 // BMP files of 24 bits a pixel.
 #pragma once
 
-#include "image/codec.h"
+#include <string>
+#include <zel/image.h>
 
 namespace Zel {
 
-class BMPLoader : public ImageLoader {
+class BMPLoader {
 public:
-    void load(Image& image, std::string const& fileName) override;
+    virtual ~BMPLoader() = default;
+    void load(Image& image, std::string const& fileName);
 };
 
-class BMPSaver : public ImageSaver {
+class BMPSaver {
 public:
-    void save(Image const& image, std::string const& fileName) override;
+    virtual ~BMPSaver() = default;
+    void save(Image const& image, std::string const& fileName);
 };
 
 } // namespace Zel

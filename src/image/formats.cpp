@@ -1,6 +1,7 @@
 // Which codec takes which file name.
 
 #include "image/bmp.h"
+#include "image/codec.h"
 #include "image/jpeg.h"
 #include "image/pcx.h"
 #include "image/tga.h"
@@ -10,12 +11,12 @@
 namespace Zel {
 namespace {
 
-template <class Loader>
+template <ImageLoader Loader>
 void loadWith(Image& image, std::string const& fileName) {
     Loader().load(image, fileName);
 }
 
-template <class Saver>
+template <ImageSaver Saver>
 void saveWith(Image const& image, std::string const& fileName) {
     Saver().save(image, fileName);
 }

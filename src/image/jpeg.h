@@ -1,18 +1,21 @@
 // JPEG files, coded by the host.
 #pragma once
 
-#include "image/codec.h"
+#include <string>
+#include <zel/image.h>
 
 namespace Zel {
 
-class JPEGLoader : public ImageLoader {
+class JPEGLoader {
 public:
-    void load(Image& image, std::string const& fileName) override;
+    virtual ~JPEGLoader() = default;
+    void load(Image& image, std::string const& fileName);
 };
 
-class JPEGSaver : public ImageSaver {
+class JPEGSaver {
 public:
-    void save(Image const& image, std::string const& fileName) override;
+    virtual ~JPEGSaver() = default;
+    void save(Image const& image, std::string const& fileName);
 };
 
 } // namespace Zel

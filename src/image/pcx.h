@@ -1,13 +1,15 @@
 // PCX files of 256 colours.
 #pragma once
 
-#include "image/codec.h"
+#include <string>
+#include <zel/image.h>
 
 namespace Zel {
 
-class PCXLoader : public ImageLoader {
+class PCXLoader {
 public:
-    void load(Image& image, std::string const& fileName) override;
+    virtual ~PCXLoader() = default;
+    void load(Image& image, std::string const& fileName);
 };
 
 } // namespace Zel

@@ -42,6 +42,9 @@ constexpr std::size_t kRoomPerPixel = 4 * sizeof(Color);
 /// A run-length packet holds up to 128 pixels.
 constexpr std::size_t kPacketPixels = 128;
 
+/// So many pixels are no danger, even when the file has no bytes for them.
+constexpr std::size_t kAlwaysFits = 1 << 20;
+
 std::uint8_t expandFiveBits(int value) { return static_cast<std::uint8_t>(value << 3 | value >> 2); }
 
 Color fromGrey(unsigned char const* packed) { return {packed[0], packed[0], packed[0], 255}; }
@@ -142,21 +145,26 @@ void TGALoader::choosePixelKind() {
     }
 }
 
+/// The bytes that the pixels take at least.
+std::size_t TGALoader::fewestBytes() const {
+    if (m_encoded)
+        return pixels() / kPacketPixels * (1 + m_bytesPerPixel);
+    if (m_bytesPerPixel == 0) // none, but then a header alone could ask for any memory
+        return pixels() <= kAlwaysFits ? 0 : pixels() / kPacketPixels;
+    return pixels() * m_bytesPerPixel;
+}
+
 /// Ends, before memory is taken, what reading would end later: the file is too short for its pixels, or they
-/// are too wide for their room. Pixels of no bytes count as run-length encoded ones, or a header alone could
-/// ask for any memory.
+/// are too wide for their room.
 void TGALoader::refuseImpossibleSize(File const& file) {
-    std::size_t const fewestBytes = m_encoded || m_bytesPerPixel == 0
-                                        ? pixels() / kPacketPixels * (1 + m_bytesPerPixel)
-                                        : pixels() * m_bytesPerPixel;
     std::size_t const colormapSize =
         m_colormapType != 0 ? static_cast<std::size_t>(m_entries) * entrySize() : 0;
-    std::int64_t const left = std::int64_t{file.getSize()} - file.getPosition();
+    auto const left = static_cast<std::size_t>(std::max(file.getSize() - file.getPosition(), 0));
     bool const tooWide = m_bytesPerPixel > kRoomPerPixel;
-    if (!tooWide && static_cast<std::int64_t>(colormapSize + fewestBytes) <= left)
+    if (!tooWide && colormapSize + fewestBytes() <= left)
         return;
     checkColormap();
-    if (tooWide)
+    if (tooWide && colormapSize <= left)
         throw TGALoaderException_BadColormapDepth(m_fileName.c_str());
     throw FileException_ReadError(m_fileName.c_str());
 }
@@ -188,6 +196,31 @@ void TGALoader::readColormap(File& file) {
     }
 }
 
+void TGALoader::readPacketHeader(BlockReader& reader) {
+    unsigned char const header = reader.readByte();
+    m_packetLeft = static_cast<std::size_t>(header & 127) + 1;
+    m_repeatPacket = (header & 128) != 0;
+    if (m_repeatPacket)
+        reader.read(m_repeated.data(), m_bytesPerPixel);
+}
+
+/// Takes a row's worth of pixels from packets: `repeat` emits the repeated pixel so many times, `read` as
+/// many fresh ones.
+template <class Repeat, class Read>
+void TGALoader::decodeRow(BlockReader& reader, Repeat repeat, Read read) {
+    for (auto left = static_cast<std::size_t>(m_width); left > 0;) {
+        if (m_packetLeft == 0)
+            readPacketHeader(reader);
+        std::size_t const count = std::min(left, m_packetLeft);
+        if (m_repeatPacket)
+            repeat(count);
+        else
+            read(count);
+        left -= count;
+        m_packetLeft -= count;
+    }
+}
+
 /// The usual case: each pixel has as many bytes as its kind takes.
 void TGALoader::readPixels(File& file, Image& image) {
     auto const rowPixels = static_cast<std::size_t>(m_width);
@@ -203,22 +236,17 @@ void TGALoader::readPixels(File& file, Image& image) {
     std::array<unsigned char, kPacketPixels * kRoomPerPixel> bytes;
     for (int row = 0; row < m_height; ++row) {
         Color* to = rowAt(row);
-        Color* const end = to + rowPixels;
-        while (to < end) {
-            if (m_packetLeft == 0)
-                readPacketHeader(reader);
-            std::size_t const count = std::min(static_cast<std::size_t>(end - to), m_packetLeft);
-            if (m_repeatPacket) {
-                Color color;
-                convert(m_repeated.data(), 1, &color);
-                std::fill_n(to, count, color);
-            } else {
-                reader.read(bytes.data(), count * m_bytesPerPixel);
-                convert(bytes.data(), count, to);
-            }
+        auto const repeat = [&](std::size_t count) {
+            Color color;
+            convert(m_repeated.data(), 1, &color);
+            to = std::fill_n(to, count, color);
+        };
+        auto const read = [&](std::size_t count) {
+            reader.read(bytes.data(), count * m_bytesPerPixel);
+            convert(bytes.data(), count, to);
             to += count;
-            m_packetLeft -= count;
-        }
+        };
+        decodeRow(reader, repeat, read);
     }
 }
 
@@ -251,43 +279,26 @@ void TGALoader::readPixelsInPlace(File& file, Color* pixelData) {
     auto* const packed = reinterpret_cast<unsigned char*>(pixelData);
     BlockReader reader(file);
     for (int row = 0; row < m_height; ++row) {
-        unsigned char* const to = packed + static_cast<std::size_t>(placeOf(row)) * rowSize();
-        if (m_encoded)
-            decodeRow(reader, to);
-        else
+        unsigned char* to = packed + static_cast<std::size_t>(placeOf(row)) * rowSize();
+        if (!m_encoded) {
             file.read(to, static_cast<int>(rowSize()));
+            continue;
+        }
+        auto const repeat = [&](std::size_t count) {
+            for (; count > 0; --count)
+                to = std::copy_n(m_repeated.data(), m_bytesPerPixel, to);
+        };
+        auto const read = [&](std::size_t count) {
+            reader.read(to, count * m_bytesPerPixel);
+            to += count * m_bytesPerPixel;
+        };
+        decodeRow(reader, repeat, read);
     }
     if (m_bytesPerPixel == kPackedPixelSize)
         unpackPixels(packed, pixels(), pixelData);
     // From the last one backwards, no index is overwritten before it was read.
     for (std::size_t i = pixels(); i-- > 0;)
         pixelData[i] = m_palette[packed[i]];
-}
-
-void TGALoader::decodeRow(BlockReader& reader, unsigned char* row) {
-    auto left = static_cast<std::size_t>(m_width);
-    while (left > 0) {
-        if (m_packetLeft == 0)
-            readPacketHeader(reader);
-        std::size_t const count = std::min(left, m_packetLeft);
-        if (m_repeatPacket) {
-            for (std::size_t i = 0; i < count; ++i)
-                std::memcpy(row + i * m_bytesPerPixel, m_repeated.data(), m_bytesPerPixel);
-        } else {
-            reader.read(row, count * m_bytesPerPixel);
-        }
-        row += count * m_bytesPerPixel;
-        left -= count;
-        m_packetLeft -= count;
-    }
-}
-
-void TGALoader::readPacketHeader(BlockReader& reader) {
-    unsigned char const header = reader.readByte();
-    m_packetLeft = static_cast<std::size_t>(header & 127) + 1;
-    m_repeatPacket = (header & 128) != 0;
-    if (m_repeatPacket)
-        reader.read(m_repeated.data(), m_bytesPerPixel);
 }
 
 void TGASaver::save(Image const& image, std::string const& fileName) {

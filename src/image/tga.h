@@ -1,32 +1,35 @@
 // Truevision TGA files: grey, palette and true-colour pictures, raw or run-length encoded.
 #pragma once
 
-#include "image/codec.h"
-
 #include <array>
 #include <cstdint>
+#include <string>
 #include <zel/file.h>
+#include <zel/image.h>
 
 namespace Zel {
 
 class BlockReader;
 
-class TGALoader : public ImageLoader {
+class TGALoader {
 public:
-    void load(Image& image, std::string const& fileName) override;
+    virtual ~TGALoader() = default;
+    void load(Image& image, std::string const& fileName);
 
 private:
     enum class PixelKind { Grey, Indexed, Direct16, Direct24, Direct32 };
 
     void readHeader(File& file);
     void choosePixelKind();
+    std::size_t fewestBytes() const;
     void refuseImpossibleSize(File const& file);
     void readColormap(File& file);
     void checkColormap();
     void readPixels(File& file, Image& image);
     void convert(unsigned char const* packed, std::size_t count, Color* pixels) const;
     void readPixelsInPlace(File& file, Color* pixelData);
-    void decodeRow(BlockReader& reader, unsigned char* row);
+    template <class Repeat, class Read>
+    void decodeRow(BlockReader& reader, Repeat repeat, Read read);
     void readPacketHeader(BlockReader& reader);
 
     std::size_t entrySize() const { return (static_cast<std::size_t>(m_entryDepth) + 1) / 8; }
@@ -63,9 +66,10 @@ private:
     std::array<Color, 256> m_palette{};
 };
 
-class TGASaver : public ImageSaver {
+class TGASaver {
 public:
-    void save(Image const& image, std::string const& fileName) override;
+    virtual ~TGASaver() = default;
+    void save(Image const& image, std::string const& fileName);
 };
 
 } // namespace Zel
