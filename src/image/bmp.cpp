@@ -97,7 +97,7 @@ void BMPLoader::load(Image& image, std::string const& fileName) {
 
 void BMPSaver::save(Image const& image, std::string const& fileName) {
     int const width = image.getWidth();
-    std::size_t const rawSize = packedSize(image, fileName);
+    std::size_t const rawSize = packedSize(image, kExtraSize, fileName);
     std::size_t const paddedSize = (rawSize + 3) / 4 * 4;
 
     File file(fileName, File::WRITE);

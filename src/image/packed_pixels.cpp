@@ -76,9 +76,9 @@ void packPixels(Color const* pixels, std::size_t count, unsigned char* packed) {
     }
 }
 
-std::size_t packedSize(Image const& image, std::string const& fileName) {
+std::size_t packedSize(Image const& image, std::size_t extra, std::string const& fileName) {
     std::size_t const size = pixelCount(image.getWidth(), image.getHeight()) * kPackedPixelSize;
-    if (size > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+    if (size + extra > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
         throw FileException_WriteError(fileName.c_str());
     return size;
 }

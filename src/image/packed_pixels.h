@@ -16,7 +16,8 @@ void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels)
 /// Packs `count` pixels, without alpha.
 void packPixels(Color const* pixels, std::size_t count, unsigned char* packed);
 
-/// The bytes of all pixels, packed for a file. Throws FileException_WriteError when no file can hold them.
-std::size_t packedSize(Image const& image, std::string const& fileName);
+/// The bytes of all pixels, packed for a file that has `extra` bytes beside them. Throws
+/// FileException_WriteError when no file can hold all that.
+std::size_t packedSize(Image const& image, std::size_t extra, std::string const& fileName);
 
 } // namespace Zel

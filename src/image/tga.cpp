@@ -302,7 +302,7 @@ void TGALoader::readPixelsInPlace(File& file, Color* pixelData) {
 }
 
 void TGASaver::save(Image const& image, std::string const& fileName) {
-    std::size_t const size = packedSize(image, fileName);
+    std::size_t const size = packedSize(image, kHeaderSize, fileName);
     Header header{};
     header[2] = 2;
     putLittleEndian16(&header[12], static_cast<std::uint16_t>(image.getWidth()));
