@@ -41,8 +41,9 @@ IntLanes blend(IntLanes a, IntLanes b, float t) { return toInt(toFloat(b - a) * 
 Color Image::samplePoint(float x, float y) const {
     if (m_data == nullptr)
         return {};
-    int const column = clampToRange(truncated(x + 0.5F), 0, m_width - 1);
-    int const row = clampToRange(truncated(y + 0.5F), 0, m_height - 1);
+    // In double precision, where the sums are exact.
+    int const column = clampToRange(truncated(static_cast<double>(x) + 0.5), 0, m_width - 1);
+    int const row = clampToRange(truncated(static_cast<double>(y) + 0.5), 0, m_height - 1);
     return (*this)(column, row);
 }
 

@@ -7,10 +7,11 @@
 namespace Zel {
 
 /// The value without its fraction; the nearest 32-bit number when it is none itself, and 0 for no number.
-inline std::int32_t truncated(float value) {
-    if (value >= 2147483648.0F)
+template <class Float>
+std::int32_t truncated(Float value) {
+    if (value >= Float{0x1p31})
         return std::numeric_limits<std::int32_t>::max();
-    if (value <= -2147483648.0F)
+    if (value <= -Float{0x1p31})
         return std::numeric_limits<std::int32_t>::min();
     return value == value ? static_cast<std::int32_t>(value) : 0;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -99,8 +100,9 @@ TEST(ImageTest, PointSamplesTakeTheNearestPixel) {
         int expected;
     };
     float const huge = std::numeric_limits<float>::infinity();
-    for (Case const& c : {Case{-3, 1e6F, 12}, Case{1.49F, 0, 1}, Case{1.5F, 0, 2}, Case{0, 2.5F, 12},
-                          Case{huge, -huge, 3}, Case{huge - huge, 1, 4}, Case{-0.9F, 0, 0}})
+    for (Case const& c :
+         {Case{-3, 1e6F, 12}, Case{1.49F, 0, 1}, Case{1.5F, 0, 2}, Case{0, 2.5F, 12}, Case{huge, -huge, 3},
+          Case{huge - huge, 1, 4}, Case{-0.9F, 0, 0}, Case{0.49999997F, 0, 0}})
         EXPECT_EQ(image.samplePoint(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
 }
 
@@ -249,18 +251,45 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
 
 /// Which pixels of a triangle are covered, and where they sample: the sum over the image of a lookup table.
 TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
-    // Corners (0, 0), (8, 0), (0, 8) on a grid of 8 x 8: the slanted edge crosses scanline j at 8 - (j + 1).
     Image image(8, 8);
     for (int y = 0; y < 8; ++y)
         for (int x = 0; x < 8; ++x)
-            image(x, y) = grey(x + 10 * y);
-    double sum = 0;
-    int count = 0;
-    for (int j = 0; j < 8; ++j)
-        for (int i = 0; i < 8 - (j + 1); ++i, ++count)
-            sum += (i + 0.5) + 10 * (j + 0.5); // no sample of these wraps
-    Zel::Vector2Template<float> const triangle[] = {{0, 0}, {1, 0}, {0, 1}};
-    EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count));
+            image(x, y) = grey(20 * x + 10 * y);
+    // On a grid of 8 x 8: from column 1 to an edge between columns 1 and 7, which leads either way.
+    for (auto const& [top, upperX, lowerX] :
+         {std::tuple(0.0, 7, 1), {0.6, 7, 1}, {0.6, 1, 7}, {-0.6, 1, 7}}) {
+        double const bottom = top + 6.7;
+        double sum = 0;
+        int count = 0;
+        for (int j = static_cast<int>(top); j < static_cast<int>(bottom); ++j) {
+            double const end = upperX + (lowerX - upperX) * (j + 1 - top) / (bottom - top);
+            for (int i = 1; i < static_cast<int>(end); ++i, ++count)
+                sum += 20 * (i + 0.5) + 10 * (j + 0.5); // no sample of these wraps
+        }
+        auto const corner = [](double x, double y) {
+            return Zel::Vector2Template<float>(static_cast<float>(x / 8), static_cast<float>(y / 8));
+        };
+        Zel::Vector2Template<float> const triangle[] = {corner(1, upperX == 7 ? top : bottom),
+                                                        corner(upperX, top), corner(lowerX, bottom)};
+        EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count)) << top;
+    }
+}
+
+TEST(AreaSampleTest, ResamplingTakesTheAreaUnderEachPixel) {
+    Image const source = randomImage(37, 23);
+    Image target(37, 19);
+    target.copyWithScale(&source, 2);
+    float const width = 1.0F / 37;
+    float const height = 1.0F / 19;
+    float top = 0; // borders are sums of widths and heights, not quotients
+    for (int y = 0; y < 19; ++y, top += height) {
+        float left = 0;
+        for (int x = 0; x < 37; ++x, left += width) {
+            Zel::Vector2Template<float> const quad[] = {
+                {left, top}, {left + width, top}, {left + width, top + height}, {left, top + height}};
+            ASSERT_EQ(target(x, y), source.areaSample(2, quad, 4)) << x << ' ' << y;
+        }
+    }
 }
 
 TEST(AreaSampleTest, ResamplingKeepsFlatColoursAndMakesThemOpaque) {

@@ -13,8 +13,6 @@
 namespace Zel::platform {
 namespace {
 
-constexpr UINT kLargestSide = 65535; ///< of a JPEG file; whatever else a file named so may hold
-
 bool createFactory(ComPointer<IWICImagingFactory>& factory) {
     return SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                       IID_IWICImagingFactory, reinterpret_cast<void**>(factory.receive())));
@@ -53,6 +51,7 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
     WICPixelFormatGUID format{};
     frame->GetSize(&width, &height);
     frame->GetPixelFormat(&format);
+    constexpr UINT kLargestSide = std::numeric_limits<std::int32_t>::max();
     if (width > kLargestSide || height > kLargestSide)
         return JpegResult::Failed;
     picture.width = static_cast<int>(width);
