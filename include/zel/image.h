@@ -119,7 +119,8 @@ public:
     static void bilinear(FColor& out, FColor const& c00, FColor const& c10, FColor const& c01,
                          FColor const& c11, float fx, float fy);
 
-    /// Hue in degrees [0, 360), saturation, and value in the unit of the input. Black and grey have hue 0.
+    /// Hue in degrees from 0 to 360, saturation, and value in the unit of the input. Black and grey have hue
+    /// 0.
     static void rgb2hsv(float r, float g, float b, float* h, float* s, float* v);
 
     /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue. Meant: otherwise a hue of
@@ -256,7 +257,8 @@ public:
     /// Meant: a grey JPEG leaves its last pixel's grey in pixel (0, 0) and opaque black everywhere else.
     ///
     /// Throws the exceptions of the format, ImageException_IllegalDimensions, and what File throws. After a
-    /// failure the picture is the old one, or one of the new size filled as far as reading came.
+    /// failure the picture is the old one, or one of the new size whose pixels are not to be relied on; when
+    /// memory runs out it may be empty.
     void load(std::string const& fileName);
 
     /// Saves the picture as ".tga" or ".bmp", both of 24 bits without alpha; endings as in `load`. A full

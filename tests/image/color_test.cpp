@@ -47,6 +47,7 @@ TEST(FColorTest, OnlyDivisionLeavesAlpha) {
     FColor const one(1, 1, 1, 1);
     FColor const other(0.5F, 0.25F, 0.125F, 0.5F);
     EXPECT_EQ(channels(one / 2), (Floats{0.5F, 0.5F, 0.5F, 1}));
+    EXPECT_EQ((FColor(5, 0, 0, 1) / 3).r, 5 * (1 / 3.0F)) << "the reciprocal is rounded first";
     EXPECT_EQ(channels(one * 0.5F), (Floats{0.5F, 0.5F, 0.5F, 0.5F}));
     EXPECT_EQ(channels(one + other), (Floats{1.5F, 1.25F, 1.125F, 1.5F}));
     EXPECT_EQ(channels(one - other), (Floats{0.5F, 0.75F, 0.875F, 0.5F}));
@@ -69,6 +70,8 @@ TEST(FColorTest, BlendsAllFourChannels) {
     EXPECT_EQ(channels(out), (Floats(4, 0.125F * 1 + 0.375F * 2 + 0.125F * 4)));
     EXPECT_NEAR(FColor(1, 1, 1, 9).intensity(), 1.0F, 1e-6F);
     EXPECT_FLOAT_EQ(FColor(1, 0, 0, 0).intensity(), 0.3F);
+    EXPECT_FLOAT_EQ(FColor(0, 1, 0, 0).intensity(), 0.59F);
+    EXPECT_FLOAT_EQ(FColor(0, 0, 1, 0).intensity(), 0.11F);
 }
 
 TEST(FColorTest, TellsHueSaturationAndValue) {
@@ -77,7 +80,8 @@ TEST(FColorTest, TellsHueSaturationAndValue) {
     };
     for (Case const& c :
          {Case{{0, 0, 0}, {0, 0, 0}}, Case{{0.5F, 0.5F, 0.5F}, {0, 0, 0.5F}}, Case{{1, 0, 0}, {0, 1, 1}},
-          Case{{0, 0, 1}, {240, 1, 1}}, Case{{0, 2, 1}, {150, 1, 2}}, Case{{1, 0, 0.5F}, {330, 1, 1}}}) {
+          Case{{0, 0, 1}, {240, 1, 1}}, Case{{0, 2, 1}, {150, 1, 2}}, Case{{1, 0, 0.5F}, {330, 1, 1}},
+          Case{{0.5F, 0, 1}, {270, 1, 1}}}) {
         Floats hsv(3);
         FColor::rgb2hsv(c.rgb[0], c.rgb[1], c.rgb[2], &hsv[0], &hsv[1], &hsv[2]);
         EXPECT_EQ(hsv, c.hsv);
