@@ -29,10 +29,12 @@ Zel::Image loadPicture(std::string const& name) {
     bool const isJpeg = fs::path(name).extension() == ".jpg";
     try {
         return Zel::Image(isJpeg ? Zel::File::getDataDir() + name : name);
-    } catch (Zel::ImageException const& exception) {
-        std::printf("  %-24s left out: %s\n", name.c_str(), isJpeg ? "no JPEG codec" : exception.getError());
-        return {};
+    } catch (Zel::JPEGLoaderException_LoadFailed const&) { // which has no message
+        std::printf("  %-24s left out: not a JPEG picture that can be decoded\n", name.c_str());
+    } catch (Zel::Exception const& exception) {
+        std::printf("  %-24s left out: %s\n", name.c_str(), exception.getError());
     }
+    return {};
 }
 
 /// The picture, made to fit into a cell.
