@@ -59,7 +59,7 @@ TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     EXPECT_EQ(readFile("out.bva"), "the older one");
     test::withFullDisk(5'000, [&] { exitCode = zel({"noise", "noise.tga", "--size", "64x64"}); });
     EXPECT_EQ(exitCode, 3);
-    EXPECT_EQ(err(), "zel: cannot write noise.tga: the disk refuses it\n");
+    EXPECT_EQ(err(), "zel: cannot write noise.tga: the disk is full, or the file would pass 2 GiB\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2);
 }
 

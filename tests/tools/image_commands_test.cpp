@@ -120,7 +120,14 @@ TEST_F(ImageCommandsTest, NoiseIsDrawnFromTheLibrarysFunctions) {
     EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16"}), 2);
     EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--kind", "other"}), 2);
     EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--freq", "nan"}), 2);
-    EXPECT_EQ(zel({"noise", "wide.bmp", "--size", "65536x1"}), 0);
+}
+
+TEST_F(ImageCommandsTest, SidesThatGrowUnevenlyDoSoInSteps) {
+    writeFile("dot.bmp", Bmp{1, 1} + "xyz");
+    EXPECT_EQ(zel({"image", "convert", "dot.bmp", "wide.bmp", "--size", "65536x1"}), 0); // or it took minutes
+    EXPECT_EQ(load("wide.bmp")(65535, 0), Color('z', 'y', 'x', 255));
+    EXPECT_EQ(zel({"image", "convert", "wide.bmp", "high.bmp", "--size", "2x3000"}), 0);
+    EXPECT_EQ(load("high.bmp")(1, 2999), Color('z', 'y', 'x', 255));
     EXPECT_EQ(zel({"image", "convert", "wide.bmp", "wide.tga"}), 2);
     EXPECT_THAT(err(), HasSubstr("at most 65535 pixels a side"));
 }

@@ -78,7 +78,8 @@ void savePicture(Zel::Image const& image, std::string const& hostPath) {
     try {
         image.save(libraryName(file.temporary().string()));
     } catch (Zel::FileException_WriteError const&) { // which would name the temporary file
-        throw Failure(kOperatingFailure, "cannot write " + hostPath + ": the disk refuses it");
+        throw Failure(kOperatingFailure,
+                      "cannot write " + hostPath + ": the disk is full, or the file would pass 2 GiB");
     }
     file.commit();
 }
