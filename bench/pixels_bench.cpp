@@ -1,5 +1,5 @@
-// Work on pixels in memory: bilinear samples, resampling, dilation. Limits: the plain loop that the result is
-// defined by, written out.
+// Work on pixels in memory: point and bilinear samples, resampling, dilation. Limits: the plain loop that the
+// result is defined by, written out.
 
 #include "pictures.h"
 
@@ -52,6 +52,22 @@ void sampleAll(benchmark::State& state, Sample sample) {
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(positions().size()));
 }
+
+void point_samples(benchmark::State& state) {
+    Zel::Image const& image = bench::photograph();
+    sampleAll(state, [&](float x, float y) { return image.samplePoint(x, y); });
+}
+BENCHMARK(point_samples);
+
+void point_samples_limit_plain_loop(benchmark::State& state) {
+    Color const* const pixels = bench::photograph().getData();
+    sampleAll(state, [&](float x, float y) {
+        int const column = std::clamp(static_cast<int>(x + 0.5F), 0, kSide - 1);
+        int const row = std::clamp(static_cast<int>(y + 0.5F), 0, kSide - 1);
+        return pixels[row * kSide + column];
+    });
+}
+BENCHMARK(point_samples_limit_plain_loop);
 
 void bilinear_samples(benchmark::State& state) {
     Zel::Image const& image = bench::photograph();

@@ -3,6 +3,7 @@
 #include "image/lanes.h"
 #include "image/whole_number.h"
 
+#include <algorithm>
 #include <cmath>
 #include <zel/image.h>
 
@@ -33,6 +34,13 @@ int clamped(std::int64_t value, int size) {
     return value < 0 ? 0 : value >= size ? size - 1 : static_cast<int>(value);
 }
 
+/// The pixel nearest to a position along one side; no number counts as 0. In double precision the sum is
+/// exact.
+int nearest(float position, int size) {
+    double const sum = static_cast<double>(position) + 0.5;
+    return static_cast<int>(std::min(std::max(0.0, sum), static_cast<double>(size - 1)));
+}
+
 /// blendChannel on all four channels.
 IntLanes blend(IntLanes a, IntLanes b, float t) { return toInt(toFloat(b - a) * t + toFloat(a)); }
 
@@ -41,10 +49,7 @@ IntLanes blend(IntLanes a, IntLanes b, float t) { return toInt(toFloat(b - a) * 
 Color Image::samplePoint(float x, float y) const {
     if (m_data == nullptr)
         return {};
-    // In double precision, where the sums are exact.
-    int const column = clampToRange(truncated(static_cast<double>(x) + 0.5), 0, m_width - 1);
-    int const row = clampToRange(truncated(static_cast<double>(y) + 0.5), 0, m_height - 1);
-    return (*this)(column, row);
+    return (*this)(nearest(x, m_width), nearest(y, m_height));
 }
 
 Color Image::sampleBilinear(float x, float y) const {

@@ -7,11 +7,10 @@
 namespace Zel {
 
 /// The value without its fraction; the nearest 32-bit number when it is none itself, and 0 for no number.
-template <class Float>
-std::int32_t truncated(Float value) {
-    if (value >= Float{0x1p31})
+inline std::int32_t truncated(float value) {
+    if (value >= 0x1p31F)
         return std::numeric_limits<std::int32_t>::max();
-    if (value <= -Float{0x1p31})
+    if (value <= -0x1p31F)
         return std::numeric_limits<std::int32_t>::min();
     return value == value ? static_cast<std::int32_t>(value) : 0;
 }
