@@ -117,13 +117,12 @@ void File::cleanup() {
 
 // Callers know the two as members of an object, although they use nothing of it.
 
-void File::forced_cleanup() { // NOLINT(readability-convert-member-functions-to-static)
+void File::forced_cleanup() {
     auto const root = platform::commonDataFolder(kTemporaryRoot, platform::FolderQuery::Create);
     if (root)
         platform::removeTree(*root);
 }
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 void File::forced_remove_directory(char const* directory) {
     std::string path = directory;
     while (path.ends_with('\\') || path.ends_with('/'))
