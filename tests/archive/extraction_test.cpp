@@ -295,12 +295,14 @@ TEST_F(ExtractionTest, ForcedRemovalTakesTheWholeTreeWithWhatIsReadOnly) {
     fs::permissions(path("tree/sub/deeper/b"), fs::perms::owner_read);
     fs::permissions(path("tree/sub"), fs::perms::owner_read | fs::perms::owner_exec);
     writeFile("beside", "x");
+    fs::perms const permissions = fs::status(path("beside")).permissions();
     File file;
     file.forced_remove_directory((test::libraryPath(path("tree")) + "\\").c_str());
     EXPECT_THAT(treeOf(path(".")), ElementsAre("beside"));
     file.forced_remove_directory(test::libraryPath(path("missing")).c_str());
     file.forced_remove_directory(test::libraryPath(path("beside")).c_str());
     EXPECT_THAT(treeOf(path(".")), ElementsAre("beside")) << "a file is no directory";
+    EXPECT_EQ(fs::status(path("beside")).permissions(), permissions) << "and is left as it is";
 }
 
 TEST_F(ExtractionTest, ForcedCleanupTakesWhatEveryRunHasLeft) {

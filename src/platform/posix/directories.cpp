@@ -4,6 +4,7 @@
 #include "platform/platform.h"
 #include "platform/posix/paths.h"
 
+#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -36,10 +37,17 @@ private:
 
 constexpr int kOpenDirectory = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// Opens a directory, wherever `path` leads from `parent`, to remove what it holds.
+/// Opens a directory, wherever `path` leads from `parent`, to remove what it holds, even when it is closed to
+/// its owner or read-only.
 int openForRemoval(int parent, char const* path) {
-    fchmodat(parent, path, S_IRWXU, AT_SYMLINK_NOFOLLOW); // one that is read-only would keep its entries
-    return openat(parent, path, kOpenDirectory);
+    int directory = openat(parent, path, kOpenDirectory);
+    if (directory == -1 && errno == EACCES) {
+        fchmodat(parent, path, S_IRWXU, AT_SYMLINK_NOFOLLOW);
+        directory = openat(parent, path, kOpenDirectory);
+    }
+    if (directory != -1)
+        fchmod(directory, S_IRWXU);
+    return directory;
 }
 
 std::vector<std::string> entryNames(int directory) {
