@@ -97,34 +97,6 @@ std::string pcx() {
     return file;
 }
 
-std::string jpeg() {
-    jpeg_error_mgr errors{};
-    jpeg_compress_struct state{};
-    state.err = jpeg_std_error(&errors);
-    jpeg_create_compress(&state);
-    unsigned char* bytes = nullptr;
-    unsigned long size = 0;
-    jpeg_mem_dest(&state, &bytes, &size);
-    state.image_width = kSide;
-    state.image_height = kSide;
-    state.input_components = 4;
-    state.in_color_space = JCS_EXT_BGRA;
-    jpeg_set_defaults(&state);
-    jpeg_set_quality(&state, 85, TRUE);
-    jpeg_start_compress(&state, TRUE);
-    std::vector<Zel::Color> row(kSide);
-    while (state.next_scanline < kSide) {
-        std::copy_n(&photograph()(0, static_cast<int>(state.next_scanline)), kSide, row.begin());
-        auto* samples = reinterpret_cast<JSAMPROW>(row.data());
-        jpeg_write_scanlines(&state, &samples, 1);
-    }
-    jpeg_finish_compress(&state);
-    jpeg_destroy_compress(&state);
-    std::string file(reinterpret_cast<char const*>(bytes), size);
-    std::free(bytes);
-    return file;
-}
-
 void write(std::string const& name, std::string const& content) {
     std::ofstream(scratch() / name, std::ios::binary) << content;
 }
@@ -139,7 +111,7 @@ void writePicture(PictureFormat format, std::string const& name) {
     case PictureFormat::Pcx:
         return write(name, pcx());
     case PictureFormat::Jpeg:
-        return write(name, jpeg());
+        return write(name, encodedJpeg(85));
     }
 }
 
@@ -178,6 +150,34 @@ Zel::Image const& photograph() {
 Zel::Image const& poster() {
     static Zel::Image const s_image = paint([](int x, int y) { return paletteColour(colourIndex(x, y)); });
     return s_image;
+}
+
+std::string encodedJpeg(int quality) {
+    jpeg_error_mgr errors{};
+    jpeg_compress_struct state{};
+    state.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&state);
+    unsigned char* bytes = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&state, &bytes, &size);
+    state.image_width = kSide;
+    state.image_height = kSide;
+    state.input_components = 4;
+    state.in_color_space = JCS_EXT_BGRA;
+    jpeg_set_defaults(&state);
+    jpeg_set_quality(&state, quality, TRUE);
+    jpeg_start_compress(&state, TRUE);
+    std::vector<Zel::Color> row(kSide);
+    while (state.next_scanline < kSide) {
+        std::copy_n(&photograph()(0, static_cast<int>(state.next_scanline)), kSide, row.begin());
+        auto* samples = reinterpret_cast<JSAMPROW>(row.data());
+        jpeg_write_scanlines(&state, &samples, 1);
+    }
+    jpeg_finish_compress(&state);
+    jpeg_destroy_compress(&state);
+    std::string file(reinterpret_cast<char const*>(bytes), size);
+    std::free(bytes);
+    return file;
 }
 
 std::string pictureFile(PictureFormat format) {

@@ -15,6 +15,9 @@ Zel::Image const& photograph();
 /// The same clouds in sixteen flat colours, as palettes and run-length encoding are used for.
 Zel::Image const& poster();
 
+/// The photograph as a JPEG file of that quality, encoded by libjpeg-turbo from four bytes a pixel.
+std::string encodedJpeg(int quality);
+
 enum class PictureFormat { Tga, TgaRunLength, Bmp, Pcx, Jpeg };
 
 /// Writes the picture, once, and returns its full path on the host: the poster for the run-length encoded
