@@ -20,8 +20,6 @@ char const* whyNotFollowed(std::string const& part) {
     return nullptr;
 }
 
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
-
 } // namespace
 
 char const* File::whyNotExtracted(std::string const& name) {

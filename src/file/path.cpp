@@ -8,11 +8,6 @@
 #include <zel/file.h>
 
 namespace Zel {
-namespace {
-
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
-
-} // namespace
 
 Path::Path(std::string text) : m_text(std::move(text)) {}
 

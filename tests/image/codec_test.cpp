@@ -224,6 +224,8 @@ TEST_F(CodecTest, TgaPaletteImagesTakeOneByteAPixelAtAnyDepth) {
     EXPECT_EQ(load(1, 24, "abcdefghijkl"), (Colors{color('a'), color('b'), color('c'), color(255)}));
     // Below 7 bits nothing is read: what stands there are opaque black pixels.
     EXPECT_EQ(load(1, 4, ""), (Colors{color(0), color(0), color(0), color(255)}));
+    writeFile("flat.tga", Tga{1, 1024, 1024, 4, 32, 1, 0, 256, 8} + map);
+    EXPECT_EQ(Image("flat.tga")(1023, 1023), color(255)) << "as many as need no bytes at all";
 }
 
 TEST_F(CodecTest, TgaFaultsAreToldInTheirOrder) {
@@ -254,7 +256,8 @@ TEST_F(CodecTest, TgaFaultsAreToldInTheirOrder) {
     for (auto const& content :
          {Tga{2, 1, 1} + "12", Tga{2, 30000, 30000} + "123", Tga{10, 30000, 30000} + "123",
           Tga{10, 2, 1} + bytes({0x00, 1, 2, 3}), Tga{1, 1, 1, 8, 32, 1, 0, 2, 24} + "12345",
-          Tga{1, 30000, 30000, 4, 32, 1, 0, 0, 24} + "", Tga{2, 1, 1, 24, 32, 0, 0, 0, 0, "id"} + "12"})
+          Tga{1, 30000, 30000, 4, 32, 1, 0, 0, 24} + "", Tga{1, 1, 1, 135, 32, 1, 0, 2, 8} + "x",
+          Tga{2, 1, 1, 24, 32, 0, 0, 0, 0, "id"} + "12"})
         EXPECT_EQ(error<Zel::FileException_ReadError>("a.tga", content), "Read error in " + quoted);
 }
 
