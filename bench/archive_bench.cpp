@@ -1,14 +1,19 @@
 // Mounting archives and looking names up. Limits: reading, unscrambling and checking the table alone; a bare
 // map. Peers: ZIP files of the same entries.
 
+#include "archive_writer.h"
 #include "zip.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <functional>
 #include <map>
+#include <string_view>
 #include <vector>
 #include <zel/zel.h>
 
@@ -82,6 +87,28 @@ void mount_peer_libzip(benchmark::State& state) {
 }
 BENCHMARK(mount_peer_libzip)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 #endif
+
+/// Mounts an archive of names that all fall on one slot of a hash table of 1.5 times as many.
+void mountCollidingNames(benchmark::State& state) {
+    auto const count = static_cast<std::size_t>(state.range(0));
+    std::size_t const slots = std::bit_ceil(count + count / 2 + 1);
+    std::vector<zel::ArchiveRecord> records;
+    for (std::size_t i = 0; records.size() < count; ++i) {
+        std::string name = std::to_string(i);
+        if (std::hash<std::string_view>()(name) % slots < 4)
+            records.push_back({std::move(name), 1, 8, 0});
+    }
+    std::string const name = "worst" + std::to_string(count) + ".bva";
+    std::ofstream(bench::scratch() / name, std::ios::binary) << zel::archiveHead(records);
+    for ([[maybe_unused]] auto _ : state)
+        benchmark::DoNotOptimize(Zel::Archive(name));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(mountCollidingNames)
+    ->Name("mount_worst_names")
+    ->Arg(4'000)
+    ->Arg(8'000)
+    ->Unit(benchmark::kMillisecond);
 
 /// So many that a peer which moves what was found to the front has to search for them as for any other.
 constexpr std::int64_t kNames = 20'000;
