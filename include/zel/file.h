@@ -41,7 +41,7 @@ public:
     std::string str() && { return std::move(m_text); }
 
 private:
-    bool applyComponent(std::string_view component);
+    bool applyComponent(std::string_view component, std::size_t& driveEnd);
 
     std::string m_text;
 };

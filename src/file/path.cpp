@@ -8,6 +8,12 @@
 #include <zel/file.h>
 
 namespace Zel {
+namespace {
+
+/// Where a text's drive ends, behind the first ":"; 0 when it has none.
+std::size_t endOfDrive(std::string_view text) { return text.find(':') + 1; }
+
+} // namespace
 
 Path::Path(std::string text) : m_text(std::move(text)) {}
 
@@ -23,31 +29,35 @@ void Path::append(std::string const& text) {
         m_text = withBackslashes(std::string(steps));
         return;
     }
+    std::size_t driveEnd = endOfDrive(m_text);
     for (std::size_t begin = 0; begin <= steps.size();) {
         auto const end = static_cast<std::size_t>(
             std::find_if(steps.begin() + begin, steps.end(), isSeparator) - steps.begin());
-        if (!applyComponent(steps.substr(begin, end - begin)))
+        if (!applyComponent(steps.substr(begin, end - begin), driveEnd))
             throw FileException_DirectoryNotFound(withBackslashes(std::string(steps)).c_str());
         begin = end + 1;
     }
 }
 
-/// False when there is nowhere to go.
-bool Path::applyComponent(std::string_view component) {
-    if (component.find(':') != std::string_view::npos) {
+/// False when there is nowhere to go. `driveEnd` is that of the path, so that many steps to the root do not
+/// each look for it.
+bool Path::applyComponent(std::string_view component, std::size_t& driveEnd) {
+    if (std::size_t const end = endOfDrive(component); end != 0) {
         m_text = component;
         m_text += '\\';
+        driveEnd = end;
     } else if (component.empty()) {
-        std::size_t const drive = m_text.find(':');
-        if (drive == std::string::npos)
+        if (driveEnd == 0)
             return false;
-        m_text.erase(drive + 1);
+        m_text.erase(driveEnd);
         m_text += '\\';
     } else if (component == "..") {
         std::size_t const separator = m_text.rfind('\\');
         if (separator == std::string::npos)
             return false;
         m_text.erase(separator);
+        if (driveEnd > separator) // the path began with names, and went up above its drive
+            driveEnd = 0;
     } else if (component != ".") {
         if (!m_text.empty() && m_text.back() != '\\')
             m_text += '\\';

@@ -35,6 +35,9 @@ TEST(PathTest, AppendGoesFromADirectoryToAnother) {
         {"\\\\server\\share", "x", "\\\\server\\share\\x"},
         {"a\\b", "...", "a\\b\\..."},
         {"a", " b ", "a\\ b "},
+        {"c:\\a", "d:/x//y//z", "d:\\z"}, // the root of the drive that came last
+        {"c:", "ab:///x", "ab:\\x"},
+        {"a\\b:c", "/x", "a\\b:\\x"},
     };
     for (auto const& [from, text, expected] : cases) {
         Zel::Path path{std::string(from)};
@@ -56,6 +59,7 @@ TEST(PathTest, WhatFailsIsNamedAndWhatCameBeforeStays) {
         {"data", "/tmp/", "Directory \"\\tmp\" not found", "data"},
         {"", "/", "Directory \"\" not found", ""},
         {"", "x/..", "Directory \"x\\..\" not found", "x"},
+        {"a\\b:c", "../x//y", "Directory \"..\\x\\\\y\" not found", "a\\x"},
         {"c:\\a", "d:/b/../../../c", "Directory \"d:\\b\\..\\..\\..\\c\" not found", "d:"},
     };
     for (auto const& [from, text, message, left] : cases) {
