@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Builds the library and runs its tests on this machine. Takes another preset as argument: asan, clang, release.
+# Builds the library and runs its tests on this machine. Takes another preset as argument: asan, clang, release, and tsan
+# for the tests of threads alone.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 require "${build_packages[@]}"
 preset=${1:-dev}
 case $preset in
   clang) require "${clang_packages[@]}" ;;
-  asan) require "${sanitizer_packages[@]}" ;;
+  asan | tsan) require "${sanitizer_packages[@]}" ;;
 esac
 build_and_test "$preset"

@@ -47,8 +47,8 @@ public:
     /// one, so it may itself lie in an archive registered earlier.
     /// Throws what opening and reading a File throws (FileException_ReadError for a file shorter than its
     /// header tells), Exception_ArchiveVersionInvalid, and Exception_ArchiveCorrupt when the table's checksum
-    /// differs, its records do not fit into it, its length passes 2^31 - 1, it is empty or it holds an entry
-    /// of size 0. After a failure the new name is kept, and so are the old entries.
+    /// differs, its records do not fit into it, it is empty or it holds an entry of size 0. After a failure
+    /// the new name is kept, and so are the old entries.
     void setFileName(std::string const& fileName);
 
     /// The current directory at the time of loading, joined with the name: where File reads the entries.
@@ -89,10 +89,15 @@ public:
     static std::vector<Archive*> sm_vecArchives;
 
 private:
+    friend class File; // which opens the file for each of its entries
+
     bool findFrom(std::size_t position, std::string const& part, std::string& key, FileInfo& info) const;
 
     std::string m_fileName;
     std::string m_fullPath;
+    // The same with the name as given in lower case, as it was when the table was read, and the directory in
+    // front of it as it is: what the host is asked for.
+    std::string m_openPath;
     // Lookups keep the accessed flags in the entries; they are no part of an archive's value.
     std::unique_ptr<ArchiveEntries> m_entries;
 };

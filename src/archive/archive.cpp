@@ -35,6 +35,7 @@ Archive::Archive(std::string const& fileName) : m_entries(std::make_unique<Archi
 Archive::Archive(Archive const& other)
     : m_fileName(other.m_fileName),
       m_fullPath(other.m_fullPath),
+      m_openPath(other.m_openPath),
       m_entries(std::make_unique<ArchiveEntries>(*other.m_entries)) {}
 
 Archive& Archive::operator=(Archive const& other) {
@@ -42,6 +43,7 @@ Archive& Archive::operator=(Archive const& other) {
         auto entries = std::make_unique<ArchiveEntries>(*other.m_entries);
         m_fileName = other.m_fileName;
         m_fullPath = other.m_fullPath;
+        m_openPath = other.m_openPath;
         m_entries = std::move(entries);
     }
     return *this;
@@ -74,8 +76,7 @@ bool Archive::findFile(std::string const& key, FileInfo& info) const {
     auto const position = m_entries->find(key);
     if (!position)
         return false;
-    m_entries->markAccessed(*position);
-    info = m_entries->infoAt(*position);
+    info = m_entries->access(*position);
     return true;
 }
 
@@ -98,9 +99,8 @@ bool Archive::findFrom(std::size_t position, std::string const& part, std::strin
         std::string candidate = m_entries->keyAt(position);
         if (candidate.find(part) == std::string::npos)
             continue;
-        m_entries->markAccessed(position);
         key = std::move(candidate);
-        info = m_entries->infoAt(position);
+        info = m_entries->access(position);
         return true;
     }
     return false;

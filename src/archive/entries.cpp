@@ -12,6 +12,19 @@
 
 namespace Zel {
 
+TableText::TableText(std::size_t size)
+    : m_bytes(std::make_unique_for_overwrite<unsigned char[]>(size)), m_size(size) {}
+
+TableText::TableText(TableText const& other) : TableText(other.m_size) {
+    std::copy_n(other.m_bytes.get(), m_size, m_bytes.get());
+}
+
+TableText& TableText::operator=(TableText other) noexcept {
+    std::swap(m_bytes, other.m_bytes);
+    std::swap(m_size, other.m_size);
+    return *this;
+}
+
 ArchiveEntries::ArchiveEntries(std::string keyPrefix, TableText table, std::vector<std::uint32_t> records)
     : m_keyPrefix(std::move(keyPrefix)),
       m_table(std::move(table)),
@@ -36,7 +49,7 @@ void ArchiveEntries::arrange() {
         order.erase(std::unique(order.begin(), order.end(), isSame), order.end());
 
         std::vector<std::uint32_t> records;
-        std::vector<bool> accessed;
+        std::vector<unsigned char> accessed;
         for (std::size_t const position : order) {
             records.push_back(m_records[position]);
             accessed.push_back(m_accessed[position]);
@@ -56,22 +69,21 @@ void ArchiveEntries::merge(ArchiveEntries others) {
     std::size_t const tableSizes = tableSize() + others.tableSize();
     if (tableSizes > std::numeric_limits<std::uint32_t>::max())
         throw std::bad_alloc();
-    auto const table = std::make_shared<unsigned char[]>(tableSizes);
     ArchiveEntries all;
-    all.m_table = table;
-    others.copyRecords(table.get(), copyRecords(table.get(), table.get(), all), all);
+    all.m_table = TableText(tableSizes);
+    others.copyRecords(all, copyRecords(all, 0));
     all.arrange();
     *this = std::move(all);
 }
 
 /// Writes the records, named by their keys, to a place in the table of `all`, and enters them there. Returns
-/// the end.
-unsigned char* ArchiveEntries::copyRecords(unsigned char* table, unsigned char* to,
-                                           ArchiveEntries& all) const {
+/// where they end.
+std::size_t ArchiveEntries::copyRecords(ArchiveEntries& all, std::size_t to) const {
     for (std::size_t position = 0; position < size(); ++position) {
-        all.m_records.push_back(static_cast<std::uint32_t>(to - table));
+        all.m_records.push_back(static_cast<std::uint32_t>(to));
         all.m_accessed.push_back(m_accessed[position]);
-        to = writeRecord(to, keyAt(position), infoAt(position));
+        to += static_cast<std::size_t>(writeRecord(all.m_table.at(to), keyAt(position), infoAt(position)) -
+                                       all.m_table.at(to));
     }
     return to;
 }
@@ -92,13 +104,20 @@ std::optional<std::size_t> ArchiveEntries::find(std::string_view key) const {
 }
 
 Archive::FileInfo ArchiveEntries::infoAt(std::size_t position) const {
-    Archive::FileInfo info = recordInfo(&m_table[m_records[position]]);
-    info.accessed = m_accessed[position] ? 1 : 0;
+    Archive::FileInfo info = recordInfo(m_table.at(m_records[position]));
+    info.accessed = m_accessed[position];
+    return info;
+}
+
+Archive::FileInfo ArchiveEntries::access(std::size_t position) {
+    m_accessed[position] = 1;
+    Archive::FileInfo info = recordInfo(m_table.at(m_records[position]));
+    info.accessed = 1;
     return info;
 }
 
 std::string_view ArchiveEntries::nameAt(std::size_t position) const {
-    return recordName(&m_table[m_records[position]]);
+    return recordName(m_table.at(m_records[position]));
 }
 
 } // namespace Zel

@@ -1,5 +1,5 @@
-// The entries of an archive: an ordered map from keys, kept flat. It stands on the table as it was read,
-// which copies share; in memory, an entry takes little more than its record there.
+// The entries of an archive: an ordered map from keys, kept flat. It stands on the table as it was read; in
+// memory, an entry takes little more than its record there.
 #pragma once
 
 #include "core/name_index.h"
@@ -12,8 +12,25 @@
 
 namespace Zel {
 
-/// The records of an archive's table, one behind the other: see table.h.
-using TableText = std::shared_ptr<unsigned char const[]>;
+/// The records of an archive's table, one behind the other (see table.h). A copy has bytes of its own.
+class TableText {
+public:
+    TableText() = default;
+    /// Takes memory for the bytes, which are yet to be written.
+    explicit TableText(std::size_t size);
+    TableText(TableText const& other);
+    TableText(TableText&&) = default;
+    TableText& operator=(TableText other) noexcept;
+    ~TableText() = default;
+
+    std::size_t size() const { return m_size; }
+    unsigned char* at(std::size_t offset) { return m_bytes.get() + offset; }
+    unsigned char const* at(std::size_t offset) const { return m_bytes.get() + offset; }
+
+private:
+    std::unique_ptr<unsigned char[]> m_bytes;
+    std::size_t m_size = 0;
+};
 
 class ArchiveEntries {
 public:
@@ -37,18 +54,21 @@ public:
 
     std::string keyAt(std::size_t position) const { return m_keyPrefix + std::string(nameAt(position)); }
     Archive::FileInfo infoAt(std::size_t position) const;
-    void markAccessed(std::size_t position) { m_accessed[position] = true; }
+
+    /// The same for somebody who gets the entry, which counts as accessed from then on. Threads that open
+    /// files may all be here: each entry has a byte of its own, which all of them write alike.
+    Archive::FileInfo access(std::size_t position);
 
 private:
     std::string_view nameAt(std::size_t position) const;
     void arrange();
     std::size_t tableSize() const;
-    unsigned char* copyRecords(unsigned char* table, unsigned char* to, ArchiveEntries& all) const;
+    std::size_t copyRecords(ArchiveEntries& all, std::size_t to) const;
 
     std::string m_keyPrefix;
     TableText m_table;
-    std::vector<std::uint32_t> m_records; // in the order of their keys, as most tables have them
-    std::vector<bool> m_accessed;
+    std::vector<std::uint32_t> m_records;  // in the order of their keys, as most tables have them
+    std::vector<unsigned char> m_accessed; // 1 for those that were; no bits, which would share a word
     NameIndex m_index;
 };
 

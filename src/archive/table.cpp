@@ -7,9 +7,8 @@
 #include "file/names.h"
 
 #include <algorithm>
-#include <limits>
-#include <memory>
 #include <string_view>
+#include <utility>
 #include <zel/file.h>
 
 namespace Zel {
@@ -20,19 +19,11 @@ constexpr int kVersion = 44;
 /// The bytes that a table has in pieces, so that each piece stays in the processor's first cache.
 constexpr std::size_t kPieceSize = 16384;
 
-/// A table read whole.
-struct Table {
-    std::shared_ptr<unsigned char[]> bytes;
-    std::size_t size;
-
-    unsigned char* at(std::size_t offset) const { return bytes.get() + offset; }
-};
-
 /// Returns the checksum of the unscrambled bytes.
-std::uint32_t unscrambleAll(Table const& table) {
+std::uint32_t unscrambleAll(TableText& table) {
     Crc32Register crc;
-    for (std::size_t at = 0; at < table.size; at += kPieceSize) {
-        std::size_t const count = std::min(kPieceSize, table.size - at);
+    for (std::size_t at = 0; at < table.size(); at += kPieceSize) {
+        std::size_t const count = std::min(kPieceSize, table.size() - at);
         unscramble(table.at(at), count);
         crc.update(table.at(at), count);
     }
@@ -40,7 +31,7 @@ std::uint32_t unscrambleAll(Table const& table) {
 }
 
 /// The unscrambled table, checked against its CRC.
-Table readChecked(BinaryFile& file, std::string const& archiveName) {
+TableText readChecked(BinaryFile& file, std::string const& archiveName) {
     int version = 0;
     file >> version;
     if (version != kVersion)
@@ -48,15 +39,14 @@ Table readChecked(BinaryFile& file, std::string const& archiveName) {
 
     unsigned int length = 0;
     file >> length;
-    if (length == 0 || length > static_cast<unsigned int>(std::numeric_limits<int>::max()))
+    if (length == 0)
         throw Exception_ArchiveCorrupt(archiveName.c_str());
     // A length that the file cannot fill takes no memory: reading on would end in the same error.
-    int const tableLength = static_cast<int>(length);
-    if (tableLength > file.getSize() - file.getPosition())
+    if (length > static_cast<unsigned int>(file.getSize() - file.getPosition()))
         throw FileException_ReadError(archiveName.c_str());
 
-    Table table{std::make_shared_for_overwrite<unsigned char[]>(length), length};
-    file.read(table.bytes.get(), tableLength);
+    TableText table(length);
+    file.read(table.at(0), static_cast<int>(length));
     unsigned int storedCrc = 0;
     file >> storedCrc;
     Archive::decrypt(&storedCrc, sizeof storedCrc);
@@ -66,11 +56,11 @@ Table readChecked(BinaryFile& file, std::string const& archiveName) {
 }
 
 /// Where each record starts. Throws when they do not fill the table, or an entry is empty.
-std::vector<std::uint32_t> findRecords(Table const& table, std::string const& archiveName) {
+std::vector<std::uint32_t> findRecords(TableText const& table, std::string const& archiveName) {
     std::vector<std::uint32_t> records;
-    for (std::size_t at = 0; at < table.size;) {
+    for (std::size_t at = 0; at < table.size();) {
         unsigned char const* const record = table.at(at);
-        std::size_t const left = table.size - at;
+        std::size_t const left = table.size() - at;
         if (left < recordSize(0) || littleEndian32(record) > left - recordSize(0))
             throw Exception_ArchiveCorrupt(archiveName.c_str());
         if (recordInfo(record).size == 0)
@@ -81,11 +71,20 @@ std::vector<std::uint32_t> findRecords(Table const& table, std::string const& ar
     return records;
 }
 
+/// The path that leads from a directory to a name.
+std::string joined(std::string const& directory, std::string const& name) {
+    Path path;
+    path.append(directory);
+    path.append(name);
+    return std::move(path).str();
+}
+
 } // namespace
 
 ArchiveEntries readTable(BinaryFile& file, std::string const& archiveName, std::string const& keyPrefix) {
-    Table const table = readChecked(file, archiveName);
-    return {keyPrefix, table.bytes, findRecords(table, archiveName)};
+    TableText table = readChecked(file, archiveName);
+    std::vector<std::uint32_t> records = findRecords(table, archiveName);
+    return {keyPrefix, std::move(table), std::move(records)};
 }
 
 unsigned char* writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info) {
@@ -100,10 +99,9 @@ unsigned char* writeRecord(unsigned char* record, std::string_view name, Archive
 void Archive::setFileName(std::string const& fileName) {
     m_fileName = fileName;
     BinaryFile file(fileName, File::READ, BinaryFile::BYTEORDER_NATIVE);
-    Path fullPath;
-    fullPath.append(File::getCurrentDir());
-    fullPath.append(fileName);
-    m_fullPath = fullPath.str();
+    std::string const directory = File::getCurrentDir();
+    m_fullPath = joined(directory, fileName);
+    m_openPath = joined(directory, toLowerCase(fileName));
 
     // The table is taken whole or not at all. Merging leaves the entries that are already here.
     m_entries->merge(readTable(file, fileName, toLowerCase(File::getDataDir())));

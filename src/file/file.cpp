@@ -110,8 +110,7 @@ bool File::openArchived(std::string const& path) {
 }
 
 bool File::openArchive(Archive const& archive) {
-    m_handle =
-        platform::openStream(toLowerCase(archive.getFullPath()), "rb"); // folded, as when it was loaded
+    m_handle = platform::openStream(archive.m_openPath, "rb");
     return m_handle != nullptr;
 }
 

@@ -52,6 +52,20 @@ TEST_F(PosixTest, OnlyTheDriveZExists) {
     EXPECT_TRUE(File::exists("file")) << "without a data directory, below the working directory";
 }
 
+TEST_F(PosixTest, AnArchiveIsReadFromTheDirectoryInWhichItWasLoaded) {
+    fs::create_directory(path("Data"));
+    fs::create_directory(path("data"));
+    packArchive("Data/a.bva", {{"entry", "capital"}});
+    packArchive("data/a.bva", {{"entry", "another"}});
+    fs::current_path(path("Data"));
+    File::sm_datadir = Zel::Path();
+    Zel::Archive const archive("A.bva");
+    EXPECT_EQ(archive.getFullPath(), test::libraryPath(path("Data")) + "\\A.bva") << "as given";
+    EXPECT_EQ(readThroughLibrary("entry"), "capital") << "only the name given is folded";
+    fs::remove(path("Data/a.bva"));
+    EXPECT_THROW(readThroughLibrary("entry"), Zel::FileException_OpenFailed);
+}
+
 TEST_F(PosixTest, AWorkingDirectoryOfMoreThan260CharactersCannotBeTold) {
     std::string const scratch =
         test::libraryPath(path("x")).substr(0, test::libraryPath(path("x")).size() - 1);

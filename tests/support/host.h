@@ -12,7 +12,7 @@ void chooseCommonDataFolder(std::filesystem::path const& directory);
 std::filesystem::path commonDataFolder();
 std::string computerName();
 
-/// File descriptors that this process holds open.
+/// Descriptors of files and directories that this process holds open. Pipes may be a sanitizer's.
 int openDescriptors();
 
 /// Whether a directory is open to nobody but its owner; true where the host has no such modes.
