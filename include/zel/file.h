@@ -98,15 +98,17 @@ public:
 
     bool endReached() const { return m_position >= std::int64_t{m_offset} + m_size; }
 
-    /// Reads exactly `count` bytes. Past the end, nothing is read; when the host delivers too few, the
-    /// position stands behind those that came. Both throw FileException_ReadError.
+    /// Reads exactly `count` bytes. Past the end, and in a file opened for writing, nothing is read; when the
+    /// host delivers too few, the position stands behind those that came. All three throw
+    /// FileException_ReadError.
     void read(void* buffer, int count);
 
-    /// Writes `count` bytes; throws FileException_WriteError when not all could be stored, also for a file
-    /// opened for reading.
+    /// Writes `count` bytes; throws FileException_WriteError when not all could be stored. To a file opened
+    /// for reading, nothing is written: position and size stay.
     void write(void const* buffer, int count);
 
-    /// Hands what was written to the host; throws FileException_WriteError when the host refuses it.
+    /// Hands what was written to the host; throws FileException_WriteError when the host refuses it. Nothing
+    /// happens to a file opened for reading.
     void flush();
 
     /// The data directory, the base of every file's name. Meant: setting appends (see Path::append), so a
@@ -219,6 +221,10 @@ public:
 
 private:
     void initializeMembers();
+    // The stream, when the file was opened for reading or for writing; null otherwise. The host need not
+    // refuse by itself: Windows' C runtime writes into what it has read ahead, and reads what it is to write.
+    std::FILE* readStream() const { return m_mode == READ || m_mode == READ_TEXT ? m_handle : nullptr; }
+    std::FILE* writeStream() const { return m_mode == WRITE || m_mode == WRITE_TEXT ? m_handle : nullptr; }
     static Archive const* findEntry(std::string const& key, Archive::FileInfo& info);
     bool openArchived(std::string const& path);
     void openLoose(std::string const& path);
@@ -260,7 +266,8 @@ private:
 
 /// A file of typed values, each in a fixed width: 1 byte for bool, char and unsigned char; 2 for short and
 /// Float16; 4 for int, long (on every platform) and float; vectors and intervals as their components in
-/// order. A read that fails throws as File::read does and leaves the value partly written.
+/// order. A read that fails throws as File::read does and leaves the value partly written, with the bytes
+/// that came as the file has them.
 class ZEL_API BinaryFile : public File {
 public:
     enum ByteOrder : std::int32_t {

@@ -47,10 +47,11 @@ BinaryFile& BinaryFile::operator>>(unsigned char& value) {
     return *this;
 }
 
+// Numbers are read in place and swapped then: of a failed read they keep the bytes that came.
+
 BinaryFile& BinaryFile::operator>>(short& value) {
-    unsigned short bits = 0;
-    *this >> bits;
-    value = static_cast<short>(bits);
+    read(&value, 2);
+    value = static_cast<short>(swapShort(static_cast<unsigned short>(value)));
     return *this;
 }
 
@@ -61,9 +62,8 @@ BinaryFile& BinaryFile::operator>>(unsigned short& value) {
 }
 
 BinaryFile& BinaryFile::operator>>(int& value) {
-    unsigned int bits = 0;
-    *this >> bits;
-    value = static_cast<int>(bits);
+    read(&value, 4);
+    value = static_cast<int>(swapLong(static_cast<unsigned int>(value)));
     return *this;
 }
 
@@ -73,17 +73,17 @@ BinaryFile& BinaryFile::operator>>(unsigned int& value) {
     return *this;
 }
 
+// Of a long that is wider in memory, the low 4 bytes, which stand first.
+
 BinaryFile& BinaryFile::operator>>(long& value) {
-    int narrow = 0;
-    *this >> narrow;
-    value = narrow; // keeps the sign where a long is wider
+    read(&value, 4);
+    value = static_cast<int>(swapLong(static_cast<unsigned long>(value))); // with its sign
     return *this;
 }
 
 BinaryFile& BinaryFile::operator>>(unsigned long& value) {
-    unsigned int narrow = 0;
-    *this >> narrow;
-    value = narrow;
+    read(&value, 4);
+    value = swapLong(value);
     return *this;
 }
 

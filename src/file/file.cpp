@@ -22,8 +22,11 @@ constexpr std::size_t kPieceSize = 16384;
 /// The sum as 32 bits hold it. A position that wraps round names no place in any file: seeking there fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
 
-/// As fread, at next to no cost for the few bytes of a typed value when the stream holds them.
-std::size_t readStream(std::FILE* stream, void* buffer, std::size_t count) {
+/// As fread, at next to no cost for the few bytes of a typed value when the stream holds them. A null stream
+/// has no bytes.
+std::size_t readBytes(std::FILE* stream, void* buffer, std::size_t count) {
+    if (stream == nullptr)
+        return 0;
     std::string_view const held = platform::heldBytes(stream);
     if (count == 0 || count > held.size())
         return std::fread(buffer, 1, count, stream);
@@ -173,7 +176,7 @@ void File::read(void* buffer, int count) {
     if (count < 0 || std::int64_t{m_position} + count > std::int64_t{m_offset} + m_size)
         throw FileException_ReadError(m_filename.c_str());
     auto const wanted = static_cast<std::size_t>(count);
-    std::size_t const arrived = m_handle != nullptr ? readStream(m_handle, buffer, wanted) : 0;
+    std::size_t const arrived = readBytes(readStream(), buffer, wanted);
     m_position = wrappingSum(m_position, static_cast<std::int64_t>(arrived));
     if (arrived < wanted)
         throw FileException_ReadError(m_filename.c_str());
@@ -185,7 +188,8 @@ void File::write(void const* buffer, int count) {
     if (count < 0 || count > kLargestPosition - std::int64_t{std::max(m_size, m_position)})
         throw FileException_WriteError(m_filename.c_str());
     auto const given = static_cast<std::size_t>(count);
-    std::size_t const written = m_handle != nullptr ? std::fwrite(buffer, 1, given, m_handle) : 0;
+    std::FILE* const stream = writeStream();
+    std::size_t const written = stream != nullptr ? std::fwrite(buffer, 1, given, stream) : 0;
     m_position = wrappingSum(m_position, static_cast<std::int64_t>(written));
     m_size = wrappingSum(m_size, static_cast<std::int64_t>(written)); // Meant: overwriting grows it too.
     if (written < given)
@@ -193,7 +197,8 @@ void File::write(void const* buffer, int count) {
 }
 
 void File::flush() {
-    if (m_handle != nullptr && std::fflush(m_handle) != 0)
+    std::FILE* const stream = writeStream(); // what Windows would drop of another is what it has read ahead
+    if (stream != nullptr && std::fflush(stream) != 0)
         throw FileException_WriteError(m_filename.c_str());
 }
 

@@ -46,7 +46,8 @@ TextFile::TextFile(std::string const& name, Mode mode) : File(name, mode) {}
 
 /// What can be read at once, as the stream holds it: at least one byte of a file whose end is not reached.
 inline std::string_view TextFile::readAhead() {
-    auto const ahead = m_handle != nullptr ? platform::readAhead(m_handle) : std::string_view();
+    std::FILE* const stream = readStream();
+    auto const ahead = stream != nullptr ? platform::readAhead(stream) : std::string_view();
     if (ahead.empty())
         throw FileException_ReadError(getFilename().c_str());
     std::int64_t const left = std::int64_t{m_offset} + m_size - m_position;
@@ -106,9 +107,10 @@ inline int TextFile::readPast(CharacterSet const& ends, std::string* text) {
 
 /// Whether the next character is surely none that skipWhiteSpaces reads, which it mostly is.
 inline bool TextFile::nothingToSkip() const {
-    if (m_handle == nullptr || !m_inStep.value || endReached())
+    std::FILE* const stream = readStream();
+    if (stream == nullptr || !m_inStep.value || endReached())
         return false;
-    std::string_view const held = platform::heldBytes(m_handle);
+    std::string_view const held = platform::heldBytes(stream);
     if (held.empty())
         return false;
     char const next = plain(held.front());

@@ -2,7 +2,10 @@
 
 #include "support/library_test.h"
 
+#include <cstring>
 #include <limits>
+#include <optional>
+#include <typeinfo>
 
 namespace {
 
@@ -96,7 +99,59 @@ TEST_F(BinaryFileTest, TextReadFromElsewhereTakesWhatIsLeftAndThrows) {
     EXPECT_TRUE(file.endReached());
 }
 
-TEST_F(BinaryFileTest, AFailedReadKeepsTheComponentsBeforeIt) {
+/// A file that becomes shorter while it is open, so that the host delivers only the first bytes of a value.
+class ShortBinaryFileTest : public BinaryFileTest {
+protected:
+    /// A value whose reading fails after one byte, after two, and so on up to one short of its width.
+    template <class T>
+    void expectPartly(std::size_t width) const {
+        for (bool const archived : {false, true})
+            for (auto order : {BinaryFile::BYTEORDER_NATIVE, BinaryFile::BYTEORDER_SWAPPED})
+                for (std::size_t came = 1; came < width; ++came)
+                    expectPartly<T>(archived, order, came);
+    }
+
+private:
+    template <class T>
+    void expectPartly(bool archived, BinaryFile::ByteOrder order, std::size_t came) const {
+        std::string const content = std::string(kStart, ' ') + "ABCDEFGHIJKLMNOP";
+        std::string const name = archived ? "a.bva" : "value";
+        writeFile("value", content);
+        std::optional<Zel::Archive> archive;
+        if (archived)
+            archive.emplace(packArchive(name, {{"value", content}}));
+        BinaryFile file("value", Zel::File::READ, order);
+        std::string const stored = readFile(name).substr(readFile(name).size() - 16);
+        std::filesystem::resize_file(path(name), readFile(name).size() - 16 + came);
+        file.setPosition(kStart);
+
+        std::string seen(sizeof(T), '.');
+        T value;
+        std::memcpy(&value, seen.data(), sizeof value);
+        EXPECT_THROW(file >> value, Zel::FileException_ReadError);
+        EXPECT_EQ(file.getPosition(), kStart + static_cast<int>(came));
+        std::memcpy(seen.data(), &value, sizeof value);
+        EXPECT_EQ(seen.substr(0, came), stored.substr(0, came))
+            << typeid(T).name() << (archived ? " entry" : "");
+        EXPECT_EQ(seen.substr(came), std::string(sizeof(T) - came, '.')) << typeid(T).name();
+    }
+
+    static constexpr int kStart = 20'000; // behind what opening reads ahead
+};
+
+TEST_F(ShortBinaryFileTest, AFailedReadLeavesTheBytesThatCame) {
+    expectPartly<short>(2);
+    expectPartly<unsigned short>(2);
+    expectPartly<Float16>(2);
+    expectPartly<int>(4);
+    expectPartly<unsigned int>(4);
+    expectPartly<long>(4);
+    expectPartly<unsigned long>(4);
+    expectPartly<float>(4);
+    expectPartly<Vector2>(4); // the first component
+}
+
+TEST_F(BinaryFileTest, AReadPastTheEndKeepsTheComponentsBeforeIt) {
     writeFile("short", bytes({0, 0, 0x80, 0x3F, 1, 2}));
     Zel::Archive const archive(packArchive("a.bva", {{"short", readFile("short")}}));
     BinaryFile file("short", Zel::File::READ, BinaryFile::BYTEORDER_NATIVE);

@@ -1,7 +1,8 @@
-// One conformance test for every kind of stream that a File reads: a loose file and an entry among others.
+// One conformance test for every kind of stream: a loose file and an entry among others, read and written.
 
 #include "support/library_test.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -91,12 +92,126 @@ TEST_P(StreamTest, PositionsAreNotCheckedAgainstTheSize) {
     EXPECT_EQ(file.getPosition(), -1'000'000);
 }
 
-TEST_P(StreamTest, WritingToItIsAWriteError) {
-    Zel::File file("stream.bin", Zel::File::READ);
-    EXPECT_EQ(test::errorOf<Zel::FileException_WriteError>([&] { file.write("x", 1); }),
-              "Write error in \"stream.bin\"");
-    EXPECT_EQ(file.getSize(), size());
-    EXPECT_EQ(file.getPosition(), 0);
+using Zel::BinaryFile;
+using Zel::File;
+using Zel::TextFile;
+using Act = std::function<void(File&)>;
+
+/// A class of streams, and its own ways to read and to write a few bytes.
+struct Way {
+    std::function<std::unique_ptr<File>(std::string const& name, File::Mode mode)> open;
+    Act read, write;
+};
+
+Way const kWays[] = {
+    {[](auto const& name, File::Mode mode) { return std::make_unique<File>(name, mode); },
+     [](File& file) {
+         char bytes[5];
+         file.read(bytes, 5);
+     },
+     [](File& file) {
+         file.write("x", 1);
+     }},
+    {[](auto const& name, File::Mode mode) {
+         return std::make_unique<BinaryFile>(name, mode, BinaryFile::BYTEORDER_NATIVE);
+     },
+     [](File& file) {
+         int number = 0;
+         static_cast<BinaryFile&>(file) >> number;
+     },
+     [](File& file) {
+         static_cast<BinaryFile&>(file) << 7;
+     }},
+    {[](auto const& name, File::Mode mode) { return std::make_unique<TextFile>(name, mode); },
+     [](File& file) {
+         std::string token;
+         static_cast<TextFile&>(file) >> token;
+     },
+     [](File& file) {
+         static_cast<TextFile&>(file) << 7;
+     }},
+};
+
+Act seek(int position) {
+    return [position](File& file) {
+        file.setPosition(position);
+    };
+}
+
+void flush(File& file) { file.flush(); }
+
+/// Each refusal leaves the stream as it was: it stands where it stood, and has its size.
+template <class Refusal>
+void expectRefused(File& file, Act const& act, char const* message) {
+    int const position = file.getPosition();
+    int const size = file.getSize();
+    EXPECT_EQ(test::errorOf<Refusal>([&] { act(file); }), message);
+    EXPECT_EQ(file.getPosition(), position);
+    EXPECT_EQ(file.getSize(), size);
+}
+
+TEST_P(StreamTest, WritingIsAWriteErrorWhateverCameBefore) {
+    Act const read = [](File& file) {
+        char bytes[3];
+        file.read(bytes, 3);
+    };
+    std::vector<Act> const histories[] = {{},
+                                          {read},
+                                          {read, seek(1)},
+                                          {seek(20'000), read, read},
+                                          {read, flush},
+                                          {seek(size() - 3), read, seek(5)},
+                                          {seek(size() + 9), seek(4)}};
+    for (auto mode : {File::READ, File::READ_TEXT}) {
+        for (Way const& way : kWays) {
+            for (auto const& history : histories) {
+                auto const file = way.open("stream.bin", mode);
+                for (Act const& act : history)
+                    act(*file);
+                expectRefused<Zel::FileException_WriteError>(*file, way.write,
+                                                             "Write error in \"stream.bin\"");
+                file->write("", 0); // nothing is no write
+                char next = 0;
+                auto const position = static_cast<std::size_t>(file->getPosition());
+                file->read(&next, 1);
+                EXPECT_EQ(next, m_content[position]);
+            }
+        }
+    }
+    EXPECT_EQ(test::readThroughLibrary("stream.bin"), m_content);
+}
+
+using WrittenStreamTest = test::LibraryTest;
+
+TEST_F(WrittenStreamTest, ReadingIsAReadErrorWhateverCameBefore) {
+    Act const write = [](File& file) {
+        file.write("0123456789", 10);
+    };
+    Act const overwrite = [](File& file) {
+        file.write("ab", 2);
+    };
+    std::pair<std::vector<Act>, char const*> const histories[] = {
+        {{write, seek(0)}, "01234567YZ"},
+        {{write, seek(0), overwrite}, "ab234567YZ"},
+        {{write, flush, seek(3), overwrite}, "012ab567YZ"},
+        {{write, seek(1), overwrite, flush}, "0ab34567YZ"},
+    };
+    for (auto mode : {File::WRITE, File::WRITE_TEXT}) {
+        for (Way const& way : kWays) {
+            for (auto const& [history, content] : histories) {
+                {
+                    auto const file = way.open("written.bin", mode);
+                    for (Act const& act : history)
+                        act(*file);
+                    expectRefused<Zel::FileException_ReadError>(*file, way.read,
+                                                                "Read error in \"written.bin\"");
+                    file->setPosition(8);
+                    file->write("YZ", 2);
+                }
+                EXPECT_EQ(readFile("written.bin"), content);
+            }
+        }
+    }
 }
 
 TEST_P(StreamTest, ACopySharesTheStreamAndKeepsItsOwnPosition) {

@@ -301,20 +301,6 @@ TEST_F(TextFileErrorTest, AFileThatHasBecomeShorterIsAReadErrorBehindItsEnd) {
     EXPECT_EQ(stream.getPosition(), 5000);
 }
 
-TEST_F(TextFileErrorTest, AFileThatIsWrittenCannotBeRead) {
-    {
-        TextFile stream("text", File::WRITE);
-        stream << "12 34";
-        stream.setPosition(0);
-        std::string token;
-        EXPECT_THROW(stream >> token, Zel::FileException_ReadError);
-        EXPECT_EQ(stream.getPosition(), 0);
-    }
-    EXPECT_EQ(readFile("text"), "12 34");
-    EXPECT_THROW(TextFile("text", File::READ) << 1, Zel::FileException_WriteError);
-    EXPECT_THROW(TextFile("none", File::READ), Zel::FileException_OpenFailed);
-}
-
 TEST_F(TextFileErrorTest, ValuesAreWrittenWithNothingBetweenThem) {
     constexpr float kMax = std::numeric_limits<float>::max();
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
