@@ -134,11 +134,11 @@ public:
     /// sm_extractedFiles. Returns its path with a final separator, or "" after 50 failed attempts.
     static std::string getTmpDir();
 
-    /// A name that no file has, from a printf pattern with one integer conversion (%u, %d or %x, with flags
-    /// and width) for the numbers 0, 1, 2 and on. It is relative to the working directory; nothing is
-    /// created. A pattern without a conversion gives its own text when that is free. Throws
-    /// FileException_GetTempNameFailed when it is not, for any other conversion, and for a name past 259
-    /// characters.
+    /// A name that no file has, from a printf pattern with one integer conversion (%d, %i, %u, %x, %X or %o,
+    /// with flags, width and precision) for the numbers 0, 1, 2 and on. It is relative to the working
+    /// directory; nothing is created. A pattern without a conversion gives its own text when that is free.
+    /// Throws FileException_GetTempNameFailed when it is not, for any other conversion (one with a length
+    /// modifier included), and for a name past 259 characters.
     static std::string getTempName(std::string const& pattern);
 
     /// Whether a File of that name could be read: an archive has it or, when archive-only is 0, the disk

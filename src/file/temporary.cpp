@@ -1,6 +1,7 @@
 // Temporary directories and names, and removing what extraction has put there.
 
 #include "file/names.h"
+#include "file/number_pattern.h"
 #include "platform/platform.h"
 
 #include <cstdio>
@@ -26,32 +27,12 @@ std::string temporarySubFolder(unsigned attempt) {
     return folder;
 }
 
-/// Whether the pattern holds at most one conversion, of an integer with flags and width; "%%" is none.
-bool isNumberPattern(std::string const& pattern) {
-    int conversions = 0;
-    for (std::size_t i = pattern.find('%'); i != std::string::npos; i = pattern.find('%', i + 1)) {
-        if (pattern.compare(i, 2, "%%") == 0) {
-            ++i;
-            continue;
-        }
-        std::size_t const width = pattern.find_first_not_of("-+ #0", i + 1);
-        i = pattern.find_first_not_of("0123456789", width);
-        if (i == std::string::npos || std::string("udx").find(pattern[i]) == std::string::npos)
-            return false;
-        if (i - width > 3) // more digits make too long a name, and more than some formatters can bear
-            return false;
-        ++conversions;
-    }
-    return conversions <= 1;
-}
-
-/// The name for a number, by a pattern that isNumberPattern accepts.
+/// The name for a number, by a printf pattern.
 std::string temporaryName(std::string const& pattern, unsigned number) {
-    char name[260];
-    int const length = std::snprintf(name, sizeof name, pattern.c_str(), number);
-    if (length < 0 || length >= static_cast<int>(sizeof name))
+    auto name = formatNumber(pattern.c_str(), number); // up to a zero byte
+    if (!name)
         throw FileException_GetTempNameFailed(pattern.c_str());
-    return name;
+    return *std::move(name);
 }
 
 /// Whether one of the directories that lead to a recorded path was recorded itself and is now a link.
@@ -88,8 +69,6 @@ std::string File::getTmpDir() {
 }
 
 std::string File::getTempName(std::string const& pattern) {
-    if (!isNumberPattern(pattern))
-        throw FileException_GetTempNameFailed(pattern.c_str());
     std::string const first = temporaryName(pattern, 0);
     std::string candidate = first;
     for (unsigned number = 1; platform::pathExists(candidate); ++number) {

@@ -8,6 +8,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 using Zel::File;
 
 using test::TemporaryTest;
@@ -54,19 +55,42 @@ TEST_F(TemporaryTest, TempNamesTakeTheFirstFreeNumber) {
         char const* existing;
         char const* expected;
     } const cases[] = {
-        {"new%u.txt", "", "new0.txt"}, {"a%u.txt", "a0.txt", "a1.txt"},
-        {"b%03d", "b000", "b001"},     {"100%%_%x", "100%_0", "100%_1"},
-        {"c%-3d|", "", "c0  |"},       {"free.txt", "", "free.txt"},
+        {"new%u.txt", "", "new0.txt"},
+        {"a%u.txt", "a0.txt", "a1.txt"},
+        {"b%03d", "b000", "b001"},
+        {"100%%_%x", "100%_0", "100%_1"},
+        {"c%-3d|", "", "c0  |"},
+        {"free.txt", "", "free.txt"},
         {"100%%", "", "100%"},
+        {"d%i", "d0", "d1"},
+        {"e%.3u", "", "e000"},
+        {"f%+05d", "", "f+0000"},
+        {"g%5.3i|", "", "g  000|"},
+        {"h%05.3u", "", "h  000"}, // a precision makes the 0 a mere flag
+        {"i% u", "", "i0"},
+        {"j% d", "", "j 0"}, // what has no sign shows none
+        {"k%#.0o", "", "k0"},
+        {"l%#x", "l0", "l0x1"},
+        {"m%.0u", "m", "m1"},
+        {"n%-#6Xz", "n0     z", "n0X1   z"},
     };
     for (auto const& [pattern, existing, expected] : cases) {
         if (*existing != '\0')
             writeFile(existing, "x");
         EXPECT_EQ(File::getTempName(pattern), expected);
     }
-    for (int number = 0; number < 12; ++number)
-        writeFile("many" + std::to_string(number), "x");
-    EXPECT_EQ(File::getTempName("many%u"), "many12");
+}
+
+TEST_F(TemporaryTest, TempNamesCountInEveryNotation) {
+    fs::current_path(path("."));
+    std::pair<std::string, std::string> const twelfth[] = {
+        {"a%u", "a12"},   {"b%%%x", "b%c"},     {"c%#06X", "c0X000C"}, {"d%o", "d14"},
+        {"e%#o", "e014"}, {"f%-4oz", "f14  z"}, {"g%+.3i", "g+012"}};
+    for (auto const& [pattern, expected] : twelfth) {
+        for (int number = 0; number < 12; ++number)
+            writeFile(File::getTempName(pattern), "x");
+        EXPECT_EQ(File::getTempName(pattern), expected);
+    }
 }
 
 TEST_F(TemporaryTest, PatternsThatGiveNoNameOfTheirOwnAreRefused) {
@@ -74,10 +98,10 @@ TEST_F(TemporaryTest, PatternsThatGiveNoNameOfTheirOwnAreRefused) {
     writeFile("taken", "x");
     std::string const longest(259, 'x');
     EXPECT_EQ(File::getTempName(longest), longest);
+    EXPECT_EQ(File::getTempName("%259d"), std::string(258, ' ') + "0");
     for (std::string const& pattern :
-         {std::string("taken"), std::string("%s"), std::string("%u%u"), std::string("%"), std::string("50%"),
-          std::string("%n"), std::string("%lu"), std::string("%.3u"), std::string("%*u"), std::string("%i"),
-          std::string("%300u"), std::string("%99999999999u"), longest + "x", longest + "%u"}) {
+         {"taken"s, "%s"s, "%u%u"s, "%"s, "50%"s, "%n"s, "%c"s, "%lu"s, "%hd"s, "%*u"s, "%.*u"s, "%.-3u"s,
+          "%.3"s, "%260u"s, "%.260x"s, "%99999999999999999999u"s, longest + "x", longest + "%u"}) {
         EXPECT_EQ(test::errorOf<Zel::FileException_GetTempNameFailed>([&] { File::getTempName(pattern); }),
                   "Failed to find temporary filename with pattern \"" + pattern + "\"");
     }
