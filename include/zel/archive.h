@@ -33,7 +33,7 @@ public:
 
     /// Loads an archive file as setFileName does, then registers it. When loading throws, nothing is
     /// registered.
-    explicit Archive(std::string const& fileName);
+    Archive(std::string const& fileName);
 
     /// A copy is not registered. An assignment leaves the registration of both as it is.
     Archive(Archive const& other);

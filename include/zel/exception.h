@@ -31,7 +31,7 @@ private:
     class ZEL_API Name : public Base {         \
     public:                                    \
         Name() = default;                      \
-        explicit Name(__VA_ARGS__);            \
+        Name(__VA_ARGS__);                     \
     }
 
 /// An archive file starts with another version than the reader knows. Not a FileException: a handler for

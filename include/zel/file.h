@@ -421,7 +421,7 @@ private:
 class ZEL_API MemoryFile {
 public:
     /// Reads the file; throws what opening and reading a File throws.
-    explicit MemoryFile(std::string const& name);
+    MemoryFile(std::string const& name);
 
     /// Meant: copies are shallow. Each destructor releases the block, so all but one of them must be kept
     /// from doing so.

@@ -190,7 +190,7 @@ public:
     Image(int width, int height);
 
     /// Loads a file, see `load`.
-    explicit Image(std::string const& fileName);
+    Image(std::string const& fileName);
 
     Image(Image const& other);
     /// A source without pixels leaves its size, and null pixels.

@@ -37,7 +37,7 @@ public:
     /// Starts at 0. The first timer of MULTIMEDIA_TIME raises the resolution of the host's ticks to 1 ms.
     /// Throws Exception_NoTimerHardware where the clock is missing, and what reset throws. Meant: a timer
     /// of MULTIMEDIA_TIME whose construction fails stays counted in sm_iRefCount.
-    explicit Timer(Type type = MULTIMEDIA_TIME);
+    Timer(Type type = MULTIMEDIA_TIME);
 
     /// Meant: a copy is not counted in sm_iRefCount, but its destruction counts down like any other's.
     Timer(Timer const&) = default;

@@ -1,29 +1,48 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <zel/zel.h>
 
 namespace {
 
+// What is made of one thing alone is made of it silently, too.
+template <class... Exceptions>
+constexpr bool kMadeOfText = (std::is_convertible_v<char const*, Exceptions> && ...);
+static_assert(kMadeOfText<Zel::Exception_ArchiveCorrupt, Zel::FileException_OpenFailed,
+                          Zel::FileException_GetSizeFailed, Zel::FileException_ReadError,
+                          Zel::FileException_WriteError, Zel::FileException_SeekError,
+                          Zel::FileException_DirectoryNotFound, Zel::FileException_GetTempNameFailed,
+                          Zel::FileException_NotAllowedToWriteArchivedFile, Zel::FileException_FileCorrupted,
+                          Zel::ImageException_UnknownImageFormat, Zel::TGALoaderException_NoPalette,
+                          Zel::PCXLoaderException_NotPCXFile, Zel::ScriptException_UnexpectedEndOfFile>);
+static_assert(std::is_convertible_v<std::string, Zel::Archive>);
+static_assert(std::is_convertible_v<std::string, Zel::Image>);
+static_assert(std::is_convertible_v<std::string, Zel::MemoryFile>);
+static_assert(std::is_convertible_v<Zel::Timer::Type, Zel::Timer>);
+static_assert(!std::is_convertible_v<std::string, Zel::Path> && !std::is_convertible_v<int, Zel::Image>);
+
 TEST(ExceptionTest, EveryKindWritesItsMessage) {
-    EXPECT_STREQ(Zel::Exception_ArchiveVersionInvalid("a.bva", -1, 44).getError(),
-                 "Archive \"a.bva\" has invalid version -1 (expected 44)");
-    EXPECT_STREQ(Zel::Exception_ArchiveCorrupt("a").getError(), "Archive \"a\" is corrupt");
-    EXPECT_STREQ(Zel::FileException_OpenFailed("a").getError(), "Failed to open file \"a\"");
-    EXPECT_STREQ(Zel::FileException_GetSizeFailed("a").getError(), "Failed to determine size of file \"a\"");
-    EXPECT_STREQ(Zel::FileException_ReadError("a").getError(), "Read error in \"a\"");
-    EXPECT_STREQ(Zel::FileException_WriteError("a").getError(), "Write error in \"a\"");
-    EXPECT_STREQ(Zel::FileException_SeekError("a").getError(), "Seek error in \"a\"");
-    EXPECT_STREQ(Zel::FileException_DirectoryNotFound("a").getError(), "Directory \"a\" not found");
-    EXPECT_STREQ(Zel::FileException_GetCurrentDirFailed().getError(),
-                 "Failed to determine current directory");
-    EXPECT_STREQ(Zel::FileException_GetStartupDirFailed().getError(),
-                 "Failed to determine startup directory");
-    EXPECT_STREQ(Zel::FileException_GetTempNameFailed("a%u").getError(),
-                 "Failed to find temporary filename with pattern \"a%u\"");
-    EXPECT_STREQ(Zel::FileException_NotAllowedToWriteArchivedFile("a").getError(),
-                 "Not allowed to write archived file a");
-    EXPECT_STREQ(Zel::FileException_FileCorrupted("a").getError(), "File \"a\" is corrupted");
+    std::pair<Zel::Exception, char const*> const cases[] = {
+        {Zel::Exception_ArchiveVersionInvalid("a.bva", -1, 44),
+         "Archive \"a.bva\" has invalid version -1 (expected 44)"},
+        {Zel::Exception_ArchiveCorrupt("a"), "Archive \"a\" is corrupt"},
+        {Zel::FileException_OpenFailed("a"), "Failed to open file \"a\""},
+        {Zel::FileException_GetSizeFailed("a"), "Failed to determine size of file \"a\""},
+        {Zel::FileException_ReadError("a"), "Read error in \"a\""},
+        {Zel::FileException_WriteError("a"), "Write error in \"a\""},
+        {Zel::FileException_SeekError("a"), "Seek error in \"a\""},
+        {Zel::FileException_DirectoryNotFound("a"), "Directory \"a\" not found"},
+        {Zel::FileException_GetCurrentDirFailed(), "Failed to determine current directory"},
+        {Zel::FileException_GetStartupDirFailed(), "Failed to determine startup directory"},
+        {Zel::FileException_GetTempNameFailed("a%u"),
+         "Failed to find temporary filename with pattern \"a%u\""},
+        {Zel::FileException_NotAllowedToWriteArchivedFile("a"), "Not allowed to write archived file a"},
+        {Zel::FileException_FileCorrupted("a"), "File \"a\" is corrupted"},
+        {Zel::TGALoaderException_BadColormapStart("a"), "Bad colormap start value in \"a\""},
+    };
+    for (auto const& [exception, message] : cases)
+        EXPECT_STREQ(exception.getError(), message);
 }
 
 TEST(ExceptionTest, ADefaultMessageIsEmpty) {
