@@ -10,6 +10,7 @@ namespace Zel {
 /// is printed for the block, with `number` in brackets behind it unless that is 0, below the heading `group`;
 /// both texts are kept as pointers and outlive the block's registration as the caller's. Meant: an address
 /// registered twice is one block with the fields of the last time, while all the counters count it twice.
+/// Throws std::bad_alloc, registers nothing and counts nothing when memory runs out.
 ZEL_API void* createMemoryBlock(void const* address, std::uint64_t size, std::uint64_t number,
                                 char const* name, char const* group);
 

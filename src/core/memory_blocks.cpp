@@ -86,12 +86,13 @@ void dumpLine(LineKey const& key, Line const& line) {
 
 void* createMemoryBlock(void const* address, std::uint64_t size, std::uint64_t number, char const* name,
                         char const* group) {
+    // First what may run out of memory: then nothing is counted.
+    s_blocks[reinterpret_cast<std::uintptr_t>(address)] = {name, group, number, size};
     s_current.bytes += size;
     s_current.blocks += 1;
     s_peak.bytes = std::max(s_peak.bytes, s_current.bytes);
     s_peak.blocks = std::max(s_peak.blocks, s_current.blocks);
     s_registrations += 1;
-    s_blocks[reinterpret_cast<std::uintptr_t>(address)] = {name, group, number, size};
     return const_cast<void*>(address);
 }
 

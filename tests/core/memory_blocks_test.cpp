@@ -1,9 +1,10 @@
-// The report of the memory block tracker to the byte. Its counters last as long as the process, so that one
-// test has them all to itself.
+// The report of the memory block tracker to the byte. Its counters last as long as the process, so that the
+// test of all of them has a process to itself.
 
 #include "support/library_test.h"
 
 #include <array>
+#include <cstdlib>
 
 namespace {
 
@@ -20,7 +21,7 @@ void const* at(std::uintptr_t address) { return reinterpret_cast<void const*>(ad
 
 std::string const kRule = std::string(76, '=') + "\n\n";
 
-TEST_F(MemoryBlocksTest, TheReportCountsSortsAndSumsUp) {
+void expectReports() {
     EXPECT_EQ(report(),
               (std::vector<std::string>{"Memory dump\n", kRule, "Current (0.000 MB, 0 allocs)\n",
                                         "Peak    (0.000 MB, 0 allocs)\n", "\n", "Total allocs:   0\n",
@@ -67,6 +68,11 @@ TEST_F(MemoryBlocksTest, TheReportCountsSortsAndSumsUp) {
     ASSERT_EQ(after.size(), 9U) << "no group is left";
     EXPECT_EQ(after[2], "Current (0.000 MB, 1 allocs)\n") << "the block that was registered twice";
     EXPECT_EQ(after[3], "Peak    (12288.000 MB, 9 allocs)\n");
+}
+
+TEST_F(MemoryBlocksDeathTest, TheReportCountsSortsAndSumsUp) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a new process, in which nothing has been counted
+    EXPECT_EXIT((expectReports(), std::exit(HasFailure() ? 1 : 0)), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(MemoryBlocksTest, CopyingTakesExactlyTheCount) {

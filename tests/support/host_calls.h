@@ -1,8 +1,7 @@
 // Calls of this program, the library's included, to its host: one of them is made to fail, or something
 // happens right behind it.
 //
-// On Linux the program puts itself between the library and the C library. On Windows it cannot do so for a
-// DLL: there nothing fails.
+// On Linux only, where the program puts itself between the library and the C library.
 #pragma once
 
 #include <functional>
@@ -25,7 +24,7 @@ public:
 };
 
 /// Called with the path of each directory and file that mkdir or open has made or tried to make, when it is
-/// set: a test does there what somebody else may do at the same moment. On Linux only.
+/// set: a test does there what somebody else may do at the same moment.
 extern std::function<void(std::string const& path)> g_afterMaking;
 
 } // namespace test

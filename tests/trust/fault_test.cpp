@@ -1,7 +1,7 @@
 // What a program runs out of, or is refused by its host: in each operation the first allocation fails, then
 // the second, and so on, until the operation succeeds; and in the same way each call to the host. What comes
 // out is std::bad_alloc, an exception of the library or the stated answer; nothing leaks, nothing half-made
-// stays, and what was there before still works.
+// stays, and what was there before still works. Not on Windows, where nothing fails inside a DLL.
 
 #include "support/allocations.h"
 #include "support/host_calls.h"
@@ -9,6 +9,7 @@
 #include "support/samples.h"
 #include "support/temporary_test.h"
 
+#include <new>
 #include <optional>
 
 namespace {
@@ -216,6 +217,20 @@ TYPED_TEST(FaultTest, TheLogAndTheTracker) {
     });
     Zel::enableVerbose(false);
     Zel::setVerboseCallback(nullptr);
+}
+
+TEST(TrackerFaultTest, ARegistrationThatRunsOutOfMemoryCountsNothing) {
+    auto const report = [] {
+        test::LogCapture const log;
+        Zel::dumpMemoryBlocks();
+        return log.text();
+    };
+    std::string const before = report();
+    {
+        test::FailingAllocation const first(1);
+        EXPECT_THROW(Zel::createMemoryBlock(&before, 1, 0, "lost", "lost"), std::bad_alloc);
+    }
+    EXPECT_EQ(report(), before);
 }
 
 } // namespace
