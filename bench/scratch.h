@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// The scratch directory of this process; the library's data directory from the first call on.
+/// The scratch directory of this process, which is the library's data directory from the first call on.
 std::filesystem::path const& scratch();
 
 /// The same bytes for the same length.

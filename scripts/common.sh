@@ -50,9 +50,3 @@ build_quietly() {
   fi
   rm -f "$log"
 }
-
-# Builds a preset and runs its tests.
-build_and_test() {
-  build "$1"
-  ctest --preset "$1" --parallel "$(nproc)"
-}
