@@ -1,6 +1,7 @@
 #include "support/library_test.h"
 
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -27,6 +28,28 @@ TEST_F(InitTest, TheGlobalsLiveFromTheFirstToTheLast) {
     EXPECT_EQ(Zel::g_Archive, nullptr);
     EXPECT_EQ(Zel::g_File, nullptr);
     EXPECT_EQ(Zel::Zel_Init::m_count, 0);
+}
+
+TEST_F(InitTest, MoreEndsThanStartsOnlyCount) {
+    {
+        Zel::Zel_Init const ended;
+        Zel::Zel_Init::m_count = 0; // as if it had ended before
+    }
+    EXPECT_EQ(Zel::Zel_Init::m_count, -1);
+    EXPECT_NE(Zel::g_Archive, nullptr) << "only the last of those that are counted deletes";
+    delete std::exchange(Zel::g_Archive, nullptr);
+    delete std::exchange(Zel::g_File, nullptr);
+    {
+        Zel::Zel_Init const start; // from -1 on, nothing is made,
+        EXPECT_EQ(Zel::Zel_Init::m_count, 0);
+        EXPECT_EQ(Zel::g_Archive, nullptr);
+        Zel::Zel_Init const next; // from 0 on, it is,
+        EXPECT_NE(Zel::g_Archive, nullptr);
+        EXPECT_NE(Zel::g_File, nullptr);
+    } // and unmade from 1 on
+    EXPECT_EQ(Zel::g_Archive, nullptr);
+    EXPECT_EQ(Zel::g_File, nullptr);
+    EXPECT_EQ(std::exchange(Zel::Zel_Init::m_count, 0), -1);
 }
 
 } // namespace

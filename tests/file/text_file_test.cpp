@@ -1,9 +1,11 @@
 // Tokens, numbers and lines, from a loose file and from an entry of an archive alike.
 
+#include "support/host.h"
 #include "support/library_test.h"
 
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -143,12 +145,14 @@ TEST_P(TextFileTest, IntegersAreReadAsTheCLibraryDoesWithin32Bits) {
 }
 
 TEST_P(TextFileTest, FloatsHaveAPointInEveryLocale) {
-    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr &&
-        std::setlocale(LC_NUMERIC, "German") == nullptr)
-        GTEST_SKIP() << "this host has no locale with another point";
+    std::string const locale = test::localeWithAComma(path("."));
+    ASSERT_NE(std::setlocale(LC_NUMERIC, locale.c_str()), nullptr) << locale;
+    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the C library takes a comma now";
     EXPECT_EQ(valueOf<Vector3>("1.5 0x1.8p1 -2.5e999"),
               Vector3(1.5F, 3.0F, -std::numeric_limits<float>::infinity()));
     EXPECT_EQ(valueOf<float>("1,5"), 1.0F);
+    { TextFile("out", File::WRITE) << 2.5F; }
+    EXPECT_EQ(readFile("out"), "2.500000");
     std::setlocale(LC_NUMERIC, "C");
 }
 

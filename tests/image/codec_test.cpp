@@ -160,6 +160,13 @@ TEST_F(CodecTest, TgaPixelsOfEveryKind) {
              Case{"16 bits",
                   Tga{2, 3, 1, 16} + bytes({0xFF, 0x7F, 0xFF, 0xFF, 0x81, 0x10}),
                   {Color(255, 255, 255, 0), Color(255, 255, 255, 255), Color(33, 33, 8, 0)}},
+             Case{"packets of 16 bits",
+                  Tga{10, 5, 1, 16} + bytes({0x82, 0xFF, 0x7F, 0x01, 0x81, 0x10, 0x00, 0x80}),
+                  {Color(255, 255, 255, 0), Color(255, 255, 255, 0), Color(255, 255, 255, 0),
+                   Color(33, 33, 8, 0), Color(0, 0, 0, 255)}},
+             Case{"packets of 32 bits",
+                  Tga{10, 4, 1, 32} + bytes({0x81, 1, 2, 3, 4, 0x01, 5, 6, 7, 8, 9, 10, 11, 12}),
+                  {Color(3, 2, 1, 4), Color(3, 2, 1, 4), Color(7, 6, 5, 8), Color(11, 10, 9, 12)}},
              Case{"15 bits", Tga{2, 1, 1, 15} + bytes({0x01, 0x80}), {Color(0, 0, 8, 255)}},
              Case{
                  "grey", Tga{3, 2, 1, 8} + bytes({7, 200}), {Color(7, 7, 7, 255), Color(200, 200, 200, 255)}},

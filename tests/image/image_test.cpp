@@ -2,10 +2,10 @@
 #include "support/pictures.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -249,46 +249,57 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
     }
 }
 
-/// Which pixels of a triangle are covered, and where they sample: the sum over the image of a lookup table.
+/// Where a side of a triangle crosses the lower border of a row.
+double crossing(Zel::Vector2Template<double> const& upper, Zel::Vector2Template<double> const& lower,
+                int row) {
+    return upper.x + (lower.x - upper.x) * (row + 1 - upper.y) / (lower.y - upper.y);
+}
+
+// Which pixels of a triangle are covered, and where they sample, as the rule says it.
 TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
+    using Corner = Zel::Vector2Template<double>;
     Image image(8, 8);
     for (int y = 0; y < 8; ++y)
         for (int x = 0; x < 8; ++x)
             image(x, y) = grey(20 * x + 10 * y);
-    // On a grid of 8 x 8: from column 1 to an edge between columns 1 and 7, which leads either way.
-    for (auto const& [top, upperX, lowerX] :
-         {std::tuple(0.0, 7, 1), {0.6, 7, 1}, {0.6, 1, 7}, {-0.6, 1, 7}}) {
-        double const bottom = top + 6.7;
+    auto const at = [&](int x, int y) {
+        return int{image((x % 8 + 8) % 8, (y % 8 + 8) % 8).r};
+    };
+    // On a grid of 8 x 8, from the top downwards.
+    std::array<Corner, 3> const cases[] = {
+        {{{1, 0}, {7, 0}, {1, 6.7}}},                    // flat above,
+        {{{7, 0.6}, {1, 0.6}, {1, 7.3}}},                //
+        {{{1, 0.6}, {1, 7.3}, {7, 7.3}}},                // flat below
+        {{{1, -0.6}, {1, 6.1}, {7, 6.1}}},               //
+        {{{4, 0.25}, {0.75, 4.25}, {6, 8.25}}},          // the left edge ends first,
+        {{{4, 0.25}, {7.25, 4.25}, {2, 8.25}}},          // the right one
+        {{{0, -7.75}, {-3.25, -3.75}, {2, 0.25}}},       // both again, across the origin:
+        {{{-4.5, -7.75}, {-1.25, -3.75}, {-6.5, 0.25}}}, // columns and rows are cut off towards 0
+        {{{-9.5, -12.5}, {-14.5, -10.5}, {-3.5, -4.5}}}, // and more than an image away
+    };
+    for (auto const& [top, middle, bottom] : cases) {
+        bool const isMiddleLeft =
+            (middle.x - top.x) * (bottom.y - top.y) < (bottom.x - top.x) * (middle.y - top.y);
         double sum = 0;
         int count = 0;
-        for (int j = static_cast<int>(top); j < static_cast<int>(bottom); ++j) {
-            double const end = upperX + (lowerX - upperX) * (j + 1 - top) / (bottom - top);
-            for (int i = 1; i < static_cast<int>(end); ++i, ++count)
-                sum += 20 * (i + 0.5) + 10 * (j + 0.5); // no sample of these wraps
+        for (int row = static_cast<int>(top.y); row < static_cast<int>(bottom.y); ++row) {
+            bool const isUpper = row < static_cast<int>(middle.y);
+            double const side = isUpper ? crossing(top, middle, row) : crossing(middle, bottom, row);
+            double const longSide = crossing(top, bottom, row);
+            int const end = static_cast<int>(isMiddleLeft ? longSide : side);
+            for (int column = static_cast<int>(isMiddleLeft ? side : longSide); column < end;
+                 ++column, ++count)
+                sum +=
+                    (at(column, row) + at(column + 1, row) + at(column, row + 1) + at(column + 1, row + 1)) /
+                    4.0;
         }
-        auto const corner = [](double x, double y) {
-            return Zel::Vector2Template<float>(static_cast<float>(x / 8), static_cast<float>(y / 8));
+        auto const point = [](Corner const& corner) {
+            return Zel::Vector2Template<float>(static_cast<float>(corner.x / 8),
+                                               static_cast<float>(corner.y / 8));
         };
-        Zel::Vector2Template<float> const triangle[] = {corner(1, upperX == 7 ? top : bottom),
-                                                        corner(upperX, top), corner(lowerX, bottom)};
-        EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count)) << top;
-    }
-}
-
-TEST(AreaSampleTest, ResamplingTakesTheAreaUnderEachPixel) {
-    Image const source = randomImage(37, 23);
-    Image target(37, 19);
-    target.copyWithScale(&source, 2);
-    float const width = 1.0F / 37;
-    float const height = 1.0F / 19;
-    float top = 0; // borders are sums of widths and heights, not quotients
-    for (int y = 0; y < 19; ++y, top += height) {
-        float left = 0;
-        for (int x = 0; x < 37; ++x, left += width) {
-            Zel::Vector2Template<float> const quad[] = {
-                {left, top}, {left + width, top}, {left + width, top + height}, {left, top + height}};
-            ASSERT_EQ(target(x, y), source.areaSample(2, quad, 4)) << x << ' ' << y;
-        }
+        Zel::Vector2Template<float> const triangle[] = {point(middle), point(top), point(bottom)};
+        EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count))
+            << top.x << ' ' << top.y;
     }
 }
 
@@ -300,12 +311,26 @@ TEST(AreaSampleTest, ResamplingKeepsFlatColoursAndMakesThemOpaque) {
     EXPECT_EQ(pixelsOf(target), Colors(12, Color(64, 128, 32, 255)));
 }
 
-TEST(AreaSampleTest, HalvingAveragesFourNeighbours) {
+TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixel) {
     Image const source = imageOf(4, {grey(0), grey(40), grey(80), grey(120), //
                                      grey(0), grey(40), grey(80), grey(120)});
-    Image target(2, 1);
-    target.copyWithScale(&source, 1); // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
-    EXPECT_EQ(pixelsOf(target), (Colors{Color(40, 40, 40, 255), Color(80, 80, 80, 255)}));
+    struct {
+        int width;
+        float scale;
+        std::vector<int> expected;
+    } const cases[] = {
+        {2, 1, {40, 80}},                          // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
+        {2, 2, {30, 90}},                          // at 0, 0.5, 1 and 1.5, and so on
+        {8, 2, {0, 20, 40, 60, 80, 100, 120, 60}}, // each pixel one of these
+        {1, 1, {60}},
+    };
+    for (auto const& [width, scale, expected] : cases) {
+        Image target(width, 1);
+        target.copyWithScale(&source, scale);
+        for (int x = 0; x < width; ++x)
+            EXPECT_EQ(int{target(x, 0).g}, expected[static_cast<std::size_t>(x)])
+                << width << ' ' << scale << ' ' << x;
+    }
 }
 
 } // namespace

@@ -41,6 +41,7 @@ TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
     EXPECT_EQ(stringIn("s = \"a\\\\\";"), "a\\") << "a backslash protects no quote";
     EXPECT_EQ(stringIn("s = \"a\r\nb\nc\";"), "abc") << "line breaks are lost";
     EXPECT_EQ(stringIn(std::string("s = \"a\0b\";", 10)), std::string("a\0b", 3));
+    EXPECT_EQ(stringIn(std::string("\n#define Z \"a\0b\"\ns = Z;", 23)), std::string("a\0b", 3));
     EXPECT_EQ(stringIn("s = \"a\xAE"
                        "b\";"),
               "ab")

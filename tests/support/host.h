@@ -21,6 +21,9 @@ bool isPrivate(std::filesystem::path const& directory);
 /// Whether the host keeps names of devices, and names of nothing but dots and blanks, to itself.
 bool hasReservedNames();
 
+/// The name of a locale whose decimal point is a comma; on POSIX hosts it is made in `directory`.
+std::string localeWithAComma(std::filesystem::path const& directory);
+
 /// The path as the library writes it.
 std::string libraryPath(std::filesystem::path const& path);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <fstream>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -34,6 +35,18 @@ int openDescriptors() {
 bool isPrivate(fs::path const& directory) {
     struct stat status = {};
     return stat(directory.c_str(), &status) == 0 && (status.st_mode & 0777) == 0700;
+}
+
+std::string localeWithAComma(fs::path const& directory) {
+    std::ofstream(directory / "comma.src") << "LC_NUMERIC\n"
+                                              "decimal_point \",\"\nthousands_sep \".\"\ngrouping 3\n"
+                                              "END LC_NUMERIC\n";
+    // Made all the same, localedef complains that the other categories are missing.
+    std::string const compile = "cd '" + directory.string() +
+                                "' && localedef --force --quiet --no-archive --inputfile=comma.src ./comma";
+    [[maybe_unused]] int const status = std::system((compile + " >localedef.log 2>&1").c_str());
+    setenv("LOCPATH", fs::absolute(directory).c_str(), 1);
+    return "comma";
 }
 
 bool hasReservedNames() { return false; }

@@ -25,6 +25,8 @@ int openDescriptors() {
 
 bool isPrivate(fs::path const& /*directory*/) { return true; }
 
+std::string localeWithAComma(fs::path const& /*directory*/) { return "German"; }
+
 bool hasReservedNames() { return true; }
 
 std::string libraryPath(fs::path const& path) { return fs::absolute(path).make_preferred().string(); }

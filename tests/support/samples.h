@@ -17,6 +17,8 @@ struct Sample {
     /// what it has read.
     std::function<std::uint32_t(std::string const& fileName)> read;
     std::size_t headerSize; ///< of the bytes that are not plain contents
+    /// Whether no file can end after so many bytes: then one that is cut off there is refused.
+    std::function<bool(std::size_t length)> isTooShort;
 
     friend std::ostream& operator<<(std::ostream& out, Sample const& sample) { return out << sample.what; }
 };

@@ -1,5 +1,5 @@
-// Damaged files of every format: cut off at every byte, and with every bit turned over. Each ends in a result
-// or in an exception of the library, takes little memory and leaves nothing behind.
+// Damaged files of every format: cut off at every byte, and with every bit turned over. Each is refused by an
+// exception of the library, or read where it may be, takes little memory and leaves nothing behind.
 
 #include "support/allocations.h"
 #include "support/host.h"
@@ -43,12 +43,12 @@ protected:
     test::ImagingThread m_imaging;
 };
 
-TEST_P(DamageTest, WhatIsCutOffIsReadOrRefused) {
+TEST_P(DamageTest, WhatIsCutOffIsRefusedUnlessItCanEndThere) {
     std::string const& whole = GetParam().content;
     ASSERT_FALSE(isRefused(whole));
     for (std::size_t length = 0; length < whole.size() && !HasFailure(); ++length) {
         SCOPED_TRACE(length);
-        isRefused(whole.substr(0, length));
+        EXPECT_TRUE(isRefused(whole.substr(0, length)) || !GetParam().isTooShort(length));
     }
 }
 

@@ -1,9 +1,0 @@
-#include "support/host_calls.h"
-
-namespace test {
-
-FailingHostCall::FailingHostCall(long /*n*/) {}
-FailingHostCall::~FailingHostCall() = default;
-bool FailingHostCall::happened() { return false; }
-
-} // namespace test
