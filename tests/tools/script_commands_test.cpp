@@ -24,7 +24,7 @@ TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
         {"defined", "#define A 1\n#define A 1",
          "2: Preprocessor macro \"A\" already defined in defined on line 2"},
         {"comment", "\n/*\n", "2: Comment beginning on line 2 in comment is not terminated"},
-        {"character", "\xC4", "1: Invalid character '\xC4' (0xc4) in character on line 1"},
+        {"character", "\xC4", "1: Invalid character '\\xc4' (0xc4) in character on line 1"},
         {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
         {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
         {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},

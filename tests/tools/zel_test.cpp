@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <regex>
 
 namespace {
 
@@ -109,6 +110,50 @@ TEST_F(ZelTest, PackLeavesTheArchiveItselfOut) {
     EXPECT_EQ(zel({"pack", "tree", "tree/all.bva"}), 0);
     EXPECT_THAT(err(), HasSubstr("is the archive itself"));
     EXPECT_EQ(readFile("tree/all.bva"), first) << "the same tree gives the same bytes";
+}
+
+TEST_F(ZelTest, NothingThatIsPrintedControlsTheTerminal) {
+    std::string const bad = "\x1B[31m\n\xC2\x9B\xE2\x80\xAE\"\x7F\xFF";
+    std::string const shown = R"("\x1b[31m\n\xc2\x9b\xe2\x80\xae\"\x7f\xff")";
+    packArchive("a.bva", {{bad, "x"}, {bad + "\\2", "y"}});
+    packArchive("b.bva", {{bad + "\\2", "z"}, {"plain\\name", "x"}});
+    std::string bytes = readFile("a.bva");
+    bytes.back() ^= 1;
+    writeFile("damaged.bva", bytes);
+    writeFile("s", "[a] x = \"" + bad.substr(0, 10) + "\";");
+    writeFile("inc", "#include \"" + bad.substr(0, 5) + "\x9B\"");
+    std::vector<std::string> const commands[] = {
+        {"list", "a.bva"},
+        {"list", "--json", "a.bva"},
+        {"verify", "damaged.bva"},
+        {"verify", "--json", "damaged.bva"},
+        {"diff", "a.bva", "b.bva"},
+        {"extract", "damaged.bva", "out", "2"},
+        {"extract", "a.bva", "out", bad + "3"},
+        {"cat", "a.bva", bad + "3"},
+        {"pack", bad, "new.bva"},
+        {"script", "dump", "s"},
+        {"script", "dump", "--json", "s"},
+        {"script", "check", "inc", bad},
+        {"image", "info", bad + ".bmp"},
+        {"image", "convert", "s", bad},
+        {"noise", bad + ".bmp", "--size", bad},
+        {bad},
+        {"list", "a.bva", bad},
+    };
+    for (auto const& command : commands) {
+        zel(command);
+        std::string const printed = out() + err();
+        EXPECT_EQ(zel::printableLine(printed), std::regex_replace(printed, std::regex("\n"), "\\n"))
+            << "nothing but line feeds to escape: " << command.front();
+        EXPECT_THAT(err(), testing::Not(HasSubstr("\n["))) << "no message of more than a line";
+    }
+    EXPECT_EQ(zel({"list", "a.bva"}), 0);
+    EXPECT_THAT(out(), HasSubstr("  " + shown + "\n"));
+    EXPECT_EQ(zel({"diff", "a.bva", "b.bva"}), 1);
+    EXPECT_THAT(out(), HasSubstr("added    plain\\name\nremoved  " + shown + "\nchanged  "));
+    EXPECT_EQ(zel({"cat", "a.bva", bad}), 0) << "names are given as they are";
+    EXPECT_EQ(out(), "x");
 }
 
 TEST_F(ZelTest, AFailedPackLeavesNothingBehind) {

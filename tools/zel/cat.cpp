@@ -18,7 +18,8 @@ void cat(CatOptions const& options, Console const& console) {
     MountedArchive archive(options.archive);
     auto const entry = archive.find(options.name);
     if (!entry)
-        throw Failure(kOperatingFailure, options.archive + " has no entry " + options.name);
+        throw Failure(kOperatingFailure,
+                      printableName(options.archive) + " has no entry " + printableName(options.name));
     console.out << archive.read(*entry);
 }
 
@@ -26,7 +27,8 @@ void cat(CatOptions const& options, Console const& console) {
 
 void addCatCommand(CLI::App& program, Console& console) {
     auto const options = std::make_shared<CatOptions>();
-    CLI::App* const command = program.add_subcommand("cat", "Writes one entry to standard output.");
+    CLI::App* const command = program.add_subcommand(
+        "cat", "Writes one entry to standard output.");
     command->add_option("ARCHIVE", options->archive, "the archive file")->required();
     command->add_option("NAME", options->name, "the entry, in any case and with either slash")->required();
     command->callback([options, &console] { cat(*options, console); });

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "failure.h"
+#include "printable_text.h"
 
 #include <functional>
 #include <istream>
@@ -23,7 +24,7 @@ struct Console {
     std::ostream* terminal = nullptr; ///< for progress bars; null where nobody watches
     ExitCode exitCode = kSuccess;
 
-    void message(std::string const& text) const { err << "zel: " << text << '\n'; }
+    void message(std::string const& text) const { err << "zel: " << printableLine(text) << '\n'; }
 };
 
 void addPackCommand(CLI::App& program, Console& console);

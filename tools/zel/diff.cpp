@@ -58,7 +58,7 @@ Differences compare(EntriesByName const& before, EntriesByName const& after) {
 void reportAsText(Differences const& differences, std::ostream& out) {
     auto const list = [&out](char const* label, std::vector<std::string> const& names) {
         for (std::string const& name : names)
-            out << label << name << '\n';
+            out << label << printableName(name) << '\n';
     };
     list("added    ", differences.added);
     list("removed  ", differences.removed);

@@ -33,8 +33,8 @@ std::vector<ArchiveEntry> entriesToExtract(ExtractOptions const& options, Mounte
                      return comparable(entry.name).find(wanted) != std::string::npos;
                  });
     if (entries.empty())
-        throw Failure(kOperatingFailure,
-                      options.archive + " has no entry with " + options.part + " in its name");
+        throw Failure(kOperatingFailure, printableName(options.archive) + " has no entry with " +
+                                             printableName(options.part) + " in its name");
     return entries;
 }
 
@@ -96,11 +96,12 @@ ExitCode extract(ExtractOptions const& options, Console const& console) {
 
     ExitCode exitCode = kSuccess;
     for (Refusal const& refusal : refusals) {
-        console.message("not extracted: " + refusal.entry + ": " + refusal.reason);
+        console.message("not extracted: " + printableName(refusal.entry) + ": " + refusal.reason);
         exitCode = std::max(exitCode, refusal.exitCode);
     }
     console.out << "extracted " << total - refusals.size() << " of " << total
-                << (total == 1 ? " entry" : " entries") << " into " << options.directory << '\n';
+                << (total == 1 ? " entry" : " entries") << " into " << printableName(options.directory)
+                << '\n';
     return exitCode;
 }
 

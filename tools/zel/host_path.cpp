@@ -5,6 +5,7 @@
 
 #include "failure.h"
 #include "fold.h"
+#include "printable_text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -41,7 +42,8 @@ void refuseOtherCase(std::string const& hostPath) {
         fs::path const found = path.parent_path() / nameFound(path.parent_path(), name);
         std::error_code error; // a name that leads nowhere is no other file
         if (found.filename() != name && fs::exists(path, error) && !fs::equivalent(found, path, error))
-            throw Failure(kOperatingFailure, "cannot open " + hostPath + ": " + found.string() +
+            throw Failure(kOperatingFailure, "cannot open " + printableName(hostPath) + ": " +
+                                                 printableName(found.string()) +
                                                  " differs in case alone and would be opened instead");
     }
 }
@@ -51,7 +53,7 @@ std::string libraryName(std::string const& hostPath) {
     bool const hasSlashes = fs::path::preferred_separator == '/';
     if (absolute.relative_path().string().find_first_of(hasSlashes ? ":\\" : ":") != std::string::npos)
         throw Failure(kOperatingFailure,
-                      "cannot open " + hostPath + ": there is a ':' or a '\\' in its path");
+                      "cannot open " + printableName(hostPath) + ": there is a ':' or a '\\' in its path");
     refuseOtherCase(hostPath);
 
     Zel::File::setDataDir(Zel::File::getCurrentDir());

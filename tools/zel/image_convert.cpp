@@ -20,10 +20,10 @@ void convert(ConvertOptions const& options) {
     requireWriter(options.out);
     auto const size = parseSize(options.size);
     if (!options.size.empty() && !size)
-        throw Failure(kUsage, "--size " + options.size + ": give it as WIDTHxHEIGHT");
+        throw Failure(kUsage, "--size " + printableName(options.size) + ": give it as WIDTHxHEIGHT");
     Zel::Image const image = loadPicture(options.in);
     if (image.getData() == nullptr)
-        throw Failure(kFinding, options.in + " has no pixels");
+        throw Failure(kFinding, printableName(options.in) + " has no pixels");
     savePicture(size ? resampled(image, size->width, size->height) : image, options.out);
 }
 

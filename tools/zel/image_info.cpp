@@ -69,8 +69,9 @@ void info(InfoOptions const& options, Console& console) {
             if (options.json)
                 all.push_back(toJson(file, image));
             else
-                console.out << file << ": " << formatOf(file) << ", " << image.getWidth() << " x "
-                            << image.getHeight() << ", " << alphaText(alphaRange(image)) << '\n';
+                console.out << printableName(file) << ": " << printableName(formatOf(file)) << ", "
+                            << image.getWidth() << " x " << image.getHeight() << ", "
+                            << alphaText(alphaRange(image)) << '\n';
         });
     if (options.json)
         printJson(console.out, all);

@@ -65,8 +65,8 @@ void makeSheet(SheetOptions const& options, Console& console) {
     console.exitCode =
         forEachPicture(options.files, console, [&](std::string const& file, Zel::Image const& picture) {
             if (picture.getData() == nullptr)
-                throw Failure(kFinding, file + " has no pixels");
-            console.out << sheet.add(picture) << ": " << file << '\n';
+                throw Failure(kFinding, printableName(file) + " has no pixels");
+            console.out << sheet.add(picture) << ": " << printableName(file) << '\n';
         });
     savePicture(sheet.image(), options.out);
 }

@@ -20,7 +20,7 @@ void listAsText(MountedArchive const& archive, std::ostream& out) {
     out << "      size  crc32     name\n";
     for (auto const& [name, info] : archive.entries())
         out << std::setw(10) << info.size << "  " << std::hex << std::setfill('0') << std::setw(8) << info.crc
-            << std::dec << std::setfill(' ') << "  " << name << '\n';
+            << std::dec << std::setfill(' ') << "  " << printableName(name) << '\n';
     out << archive.entries().size() << " entries, " << totalSize(archive.entries()) << " bytes\n";
 }
 

@@ -4,6 +4,7 @@
 
 #include "fold.h"
 #include "host_path.h"
+#include "printable_text.h"
 
 #include <algorithm>
 #include <numeric>
@@ -50,7 +51,7 @@ void MountedArchive::readInPieces(ArchiveEntry const& entry,
     constexpr std::size_t kPieceSize = 65536;
     auto const& [name, info] = entry;
     if (std::uint64_t{info.offset} + info.size > static_cast<std::uint64_t>(m_file.getSize()))
-        throw Zel::FileException_ReadError(name.c_str());
+        throw Zel::FileException_ReadError(printableInQuotes(name).c_str());
     m_file.setPosition(static_cast<int>(info.offset));
     unsigned long crc = 0;
     std::string piece;
@@ -62,7 +63,7 @@ void MountedArchive::readInPieces(ArchiveEntry const& entry,
         take(piece);
     }
     if (crc != info.crc)
-        throw Zel::FileException_FileCorrupted(name.c_str());
+        throw Zel::FileException_FileCorrupted(printableInQuotes(name).c_str());
 }
 
 std::uint64_t totalSize(std::vector<ArchiveEntry> const& entries) {

@@ -34,7 +34,7 @@ void drawNoise(NoiseOptions const& options) {
     requireWriter(options.out);
     auto const size = parseSize(options.size);
     if (!size)
-        throw Failure(kUsage, "--size " + options.size + ": give it as WIDTHxHEIGHT");
+        throw Failure(kUsage, "--size " + printableName(options.size) + ": give it as WIDTHxHEIGHT");
     if (std::isnan(options.frequency)) // which passes for a number within any range
         throw Failure(kUsage, "--freq: give it as a number");
     Zel::Image image(size->width, size->height);

@@ -3,6 +3,7 @@
 #include "pending_file.h"
 
 #include "failure.h"
+#include "printable_text.h"
 
 #include <cerrno>
 #include <chrono>
@@ -13,7 +14,7 @@ namespace zel {
 namespace {
 
 [[noreturn]] void throwCannotWrite(std::filesystem::path const& target, std::error_code reason) {
-    throw Failure(kOperatingFailure, "cannot write " + target.string() + ": " + reason.message());
+    throw Failure(kOperatingFailure, "cannot write " + printableName(target.string()) + ": " + reason.message());
 }
 
 std::error_code lastError() { return {errno, std::generic_category()}; }

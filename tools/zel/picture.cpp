@@ -26,7 +26,7 @@ void requireSavable(Zel::Image const& image, std::string const& hostPath) {
     constexpr int kLargestSide = 65535;
     if (fs::path(hostPath).extension() == ".tga" &&
         std::max(image.getWidth(), image.getHeight()) > kLargestSide)
-        throw Failure(kUsage, "cannot save " + hostPath +
+        throw Failure(kUsage, "cannot save " + printableName(hostPath) +
                                   ": a .tga file has at most 65535 pixels a side; save as .bmp");
 }
 
@@ -35,11 +35,14 @@ void requireSavable(Zel::Image const& image, std::string const& hostPath) {
 void requireWriter(std::string const& hostPath) {
     std::string const extension = fs::path(hostPath).extension().string();
     if (extension == ".jpg")
-        throw Failure(kUsage, "cannot save " + hostPath + ": JPEG is only read; save as .bmp or .tga");
+        throw Failure(kUsage,
+                      "cannot save " + printableName(hostPath) + ": JPEG is only read; save as .bmp or .tga");
     if (extension != ".bmp" && extension != ".tga")
-        throw Failure(kUsage, "cannot save " + hostPath + ": its name must end in .bmp or .tga");
+        throw Failure(kUsage,
+                      "cannot save " + printableName(hostPath) + ": its name must end in .bmp or .tga");
     if (hostPath.find(extension) + extension.size() != hostPath.size())
-        throw Failure(kUsage, "cannot save " + hostPath + ": " + extension + " must occur once in its path");
+        throw Failure(kUsage, "cannot save " + printableName(hostPath) + ": " + extension +
+                                  " must occur once in its path");
 }
 
 std::optional<PictureSize> parseSize(std::string const& text) {
@@ -55,11 +58,13 @@ std::optional<PictureSize> parseSize(std::string const& text) {
 
 Zel::Image loadPicture(std::string const& hostPath) {
     if (!fs::exists(hostPath))
-        throw Failure(kOperatingFailure, "cannot open " + hostPath + ": there is no such file");
+        throw Failure(kOperatingFailure,
+                      "cannot open " + printableName(hostPath) + ": there is no such file");
     try {
         return Zel::Image(libraryName(hostPath));
     } catch (Zel::JPEGLoaderException_LoadFailed const&) {
-        throw Failure(kFinding, "cannot load " + hostPath + ": not a JPEG picture that can be decoded");
+        throw Failure(kFinding,
+                      "cannot load " + printableName(hostPath) + ": not a JPEG picture that can be decoded");
     }
 }
 
@@ -78,8 +83,8 @@ void savePicture(Zel::Image const& image, std::string const& hostPath) {
     try {
         image.save(libraryName(file.temporary().string()));
     } catch (Zel::FileException_WriteError const&) { // which would name the temporary file
-        throw Failure(kOperatingFailure,
-                      "cannot write " + hostPath + ": the disk is full, or the file would pass 2 GiB");
+        throw Failure(kOperatingFailure, "cannot write " + printableName(hostPath) +
+                                             ": the disk is full, or the file would pass 2 GiB");
     }
     file.commit();
 }

@@ -36,6 +36,8 @@ ExitCode parseAndRun(std::vector<std::string> arguments, Console& console) {
     CLI::App program(
         "Packs and checks archives of data files, and the scripts and pictures that belong to them.", "zel");
     program.set_version_flag("--version", kVersion);
+    program.footer(
+        "Names that would control the terminal are printed in double quotes, with escapes as \\x1b.");
     program.require_subcommand(1);
     addPackCommand(program, console);
     addListCommand(program, console);

@@ -67,7 +67,8 @@ ExitCode check(std::string const& file, ScriptEnvironment const& environment, Co
             return kSuccess;
         } catch (Zel::Exception const& exception) {
             auto const [place, line, message] = diagnose(file, exception);
-            console.out << environment.hostPath(place) << ':' << line << ": " << message << '\n';
+            console.out << printableLine(environment.hostPath(place)) << ':' << line << ": "
+                        << printableLine(message) << '\n';
             return kFinding;
         }
     } catch (Zel::Exception const& exception) {

@@ -83,18 +83,14 @@ void walk(Zel::Script& script, Enter enter, Leave leave) {
     }
 }
 
-std::string quoted(std::string const& text) {
-    return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 void dumpAsText(Zel::Script& script, std::ostream& out) {
     auto const enter = [&](std::size_t depth, int /*index*/) {
         std::string const indent(2 * depth, ' ');
-        out << indent << '[' << script.getBlockName() << "]\n";
+        out << indent << '[' << printableName(script.getBlockName()) << "]\n";
         for (Zel::Script::Variable const& variable : script.getVariables()) {
             bool const isString = variable.type == Zel::Script::TYPE_STRING;
-            out << indent << "  " << variable.name << " = "
-                << (isString ? quoted(variable.text) : variable.text) << " (" << typeName(variable.type)
+            out << indent << "  " << printableName(variable.name) << " = "
+                << (isString ? quotedText(variable.text) : variable.text) << " (" << typeName(variable.type)
                 << ")\n";
         }
     };
@@ -105,18 +101,18 @@ void dumpAsText(Zel::Script& script, std::ostream& out) {
 void dumpAsJson(Zel::Script& script, std::ostream& out) {
     auto const enter = [&](std::size_t depth, int index) {
         std::string const indent(2 * depth + 2, ' ');
-        out << (index > 0 ? ",\n" : "\n") << indent << "{\"name\": " << quoted(script.getBlockName())
+        out << (index > 0 ? ",\n" : "\n") << indent << "{\"name\": " << jsonText(script.getBlockName())
             << ", \"variables\": [";
         char const* separator = "";
         for (Zel::Script::Variable const& variable : script.getVariables()) {
             Json const value = {
                 {"name", variable.name}, {"type", typeName(variable.type)}, {"value", valueOf(variable)}};
-            out << separator << value.dump(-1, ' ', false, Json::error_handler_t::replace);
+            out << separator << jsonText(value);
             separator = ", ";
         }
         out << "], \"blocks\": [";
     };
-    out << "{\"file\": " << quoted(script.getFilename()) << ", \"blocks\": [";
+    out << "{\"file\": " << jsonText(script.getFilename()) << ", \"blocks\": [";
     walk(script, enter, [&](std::size_t /*depth*/) { out << "]}"; });
     out << "]}\n";
 }

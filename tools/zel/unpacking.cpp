@@ -4,6 +4,7 @@
 
 #include "failure.h"
 #include "fold.h"
+#include "printable_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,9 +18,9 @@ namespace fs = std::filesystem;
 void makeDirectory(fs::path const& directory) {
     fs::file_status const status = fs::symlink_status(directory);
     if (fs::is_symlink(status))
-        throw Failure(kFinding, directory.string() + " is a link");
+        throw Failure(kFinding, printableName(directory.string()) + " is a link");
     if (fs::exists(status) && !fs::is_directory(status))
-        throw Failure(kFinding, directory.string() + " is no directory");
+        throw Failure(kFinding, printableName(directory.string()) + " is no directory");
     fs::create_directory(directory);
 }
 
@@ -37,7 +38,7 @@ fs::path Unpacking::place(std::string const& entryName) {
     fs::path const names = fs::path(relative).lexically_normal();
     auto const [earlier, isNew] = m_placed.emplace(toLowerCase(names.generic_string()), entryName);
     if (!isNew)
-        throw Failure(kFinding, "it would be the same file as " + earlier->second);
+        throw Failure(kFinding, "it would be the same file as " + printableName(earlier->second));
 
     fs::path target = m_directory;
     for (fs::path const& name : names.parent_path()) {
@@ -46,7 +47,7 @@ fs::path Unpacking::place(std::string const& entryName) {
     }
     target /= names.filename();
     if (fs::is_directory(fs::symlink_status(target)))
-        throw Failure(kFinding, target.string() + " is a directory");
+        throw Failure(kFinding, printableName(target.string()) + " is a directory");
     return target;
 }
 

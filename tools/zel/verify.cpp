@@ -54,13 +54,14 @@ Findings examine(VerifyOptions const& options, Console const& console) {
 }
 
 void reportAsText(VerifyOptions const& options, Findings const& findings, Console const& console) {
+    std::string const archive = printableName(options.archive);
     for (Damage const& damage : findings.damages)
-        console.message(options.archive + ": " + damage.problem);
+        console.message(archive + ": " + damage.problem);
     if (findings.damages.empty())
-        console.out << options.archive << ": " << findings.entries << " entries, " << findings.bytes
+        console.out << archive << ": " << findings.entries << " entries, " << findings.bytes
                     << " bytes, all intact\n";
     else
-        console.out << options.archive << ": " << findings.damages.size() << " damaged\n";
+        console.out << archive << ": " << findings.damages.size() << " damaged\n";
 }
 
 void reportAsJson(VerifyOptions const& options, Findings const& findings, Console const& console) {
