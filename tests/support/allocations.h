@@ -27,4 +27,13 @@ public:
     static bool happened();
 };
 
+/// While it lives, every allocation of more than so many bytes throws std::bad_alloc.
+class SmallMemory {
+public:
+    explicit SmallMemory(std::size_t largest);
+    SmallMemory(SmallMemory const&) = delete;
+    SmallMemory& operator=(SmallMemory const&) = delete;
+    ~SmallMemory();
+};
+
 } // namespace test

@@ -4,21 +4,48 @@
 #include "commands.h"
 #include "support/library_test.h"
 
+#include <functional>
 #include <sstream>
+#include <utility>
 
 namespace test {
+
+/// A terminal on which a progress bar appears: something happens then, before the work begins.
+class Watcher : public std::ostream {
+public:
+    explicit Watcher(std::function<void()> act) : std::ostream(&m_buffer), m_buffer(std::move(act)) {}
+
+private:
+    class Buffer : public std::stringbuf {
+    public:
+        explicit Buffer(std::function<void()> act) : m_act(std::move(act)) {}
+
+    protected:
+        int sync() override {
+            if (auto const act = std::exchange(m_act, nullptr))
+                act();
+            return 0;
+        }
+
+    private:
+        std::function<void()> m_act;
+    };
+
+    Buffer m_buffer;
+};
 
 class ProgramTest : public LibraryTest {
 protected:
     ProgramTest() { std::filesystem::current_path(path(".")); }
 
     /// Runs the program and returns its exit code.
-    int zel(std::vector<std::string> const& arguments, std::string const& input = "") {
+    int zel(std::vector<std::string> const& arguments, std::string const& input = "",
+            std::ostream* terminal = nullptr) {
         std::istringstream in(input);
         m_out.str("");
         m_err.str("");
         Zel::File::sm_datadir = Zel::Path();
-        return zel::run(arguments, {in, m_out, m_err});
+        return zel::run(arguments, {in, m_out, m_err, terminal});
     }
 
     std::string out() const { return m_out.str(); }

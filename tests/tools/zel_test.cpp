@@ -76,6 +76,13 @@ TEST_F(ZelTest, AnyFlippedBitIsFoundAndItsEntryNamed) {
     EXPECT_EQ(zel({"cat", "a.bva", "Second"}), 1);
     EXPECT_EQ(out(), "");
     EXPECT_EQ(zel({"cat", "a.bva", "first"}), 0) << "what is sound can still be had";
+
+    packArchive("b.bva", {{"large", std::string(200'000, 'x')}});
+    std::string damaged = readFile("b.bva");
+    damaged.back() ^= 1;
+    writeFile("b.bva", damaged);
+    EXPECT_EQ(zel({"cat", "b.bva", "large"}), 1);
+    EXPECT_EQ(out(), "") << "nor is a piece of what is not";
 }
 
 TEST_F(ZelTest, PackNamesEverythingItRefusesAndWritesNothing) {
@@ -110,6 +117,26 @@ TEST_F(ZelTest, PackLeavesTheArchiveItselfOut) {
     EXPECT_EQ(zel({"pack", "tree", "tree/all.bva"}), 0);
     EXPECT_THAT(err(), HasSubstr("is the archive itself"));
     EXPECT_EQ(readFile("tree/all.bva"), first) << "the same tree gives the same bytes";
+}
+
+TEST_F(ZelTest, AFileThatChangesWhileItIsPackedLeavesNoArchive) {
+    struct {
+        std::function<void(fs::path const& file)> change;
+        char const* message;
+    } const cases[] = {
+        {[](auto const& file) { fs::resize_file(file, 70'001); },
+         "big has changed its size since it was counted"},
+        {[](auto const& file) { fs::resize_file(file, 69'999); },
+         "big has changed its size since it was counted"},
+        {[](auto const& file) { fs::remove(file); }, "cannot read "},
+    };
+    for (auto const& [change, message] : cases) {
+        writeFile("tree/big", std::string(70'000, 'x'));
+        test::Watcher watcher([&] { change(path("tree/big")); });
+        EXPECT_EQ(zel({"pack", "tree", "out.bva"}, "", &watcher), 3);
+        EXPECT_THAT(err(), HasSubstr(message));
+        EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 1);
+    }
 }
 
 TEST_F(ZelTest, NothingThatIsPrintedControlsTheTerminal) {

@@ -2,7 +2,10 @@
 
 #include "archive_writer.h"
 
+#include "printable_text.h"
+
 #include <limits>
+#include <numeric>
 #include <ostream>
 #include <stdexcept>
 #include <utility>
@@ -19,10 +22,14 @@ void appendNumber(std::string& bytes, std::uint32_t value) {
         bytes += static_cast<char>(static_cast<unsigned char>(value >> shift));
 }
 
+/// The bytes of a head without records, and of one record in it whose name is that long.
+constexpr std::uint64_t kEmptyHead = 12;
+std::uint64_t recordSize(std::size_t nameLength) { return 16 + nameLength; }
+
 void scramble(std::string& bytes) { Zel::Archive::decrypt(bytes.data(), static_cast<int>(bytes.size())); }
 
-std::uint32_t checksum(std::string const& bytes) {
-    return static_cast<std::uint32_t>(Zel::crc32(bytes.data(), bytes.size()));
+std::uint32_t checksum(std::string_view bytes, std::uint32_t before = 0) {
+    return static_cast<std::uint32_t>(Zel::crc32(bytes.data(), bytes.size(), before));
 }
 
 } // namespace
@@ -53,14 +60,14 @@ void ArchiveWriter::add(std::string name, std::uint64_t size, Load load) {
 
 void ArchiveWriter::add(std::string name, std::string content) {
     std::uint64_t const size = content.size();
-    add(std::move(name), size, [content = std::move(content)] { return content; });
+    add(std::move(name), size, [content = std::move(content)](Take const& take) { take(content); });
 }
 
 std::uint64_t ArchiveWriter::archiveSize() const {
-    std::uint64_t size = archiveHead({}).size();
-    for (Entry const& entry : m_entries)
-        size += archiveHead({{entry.name}}).size() - archiveHead({}).size() + entry.size;
-    return size;
+    return std::accumulate(m_entries.begin(), m_entries.end(), kEmptyHead,
+                           [](std::uint64_t sum, Entry const& entry) {
+                               return sum + recordSize(entry.name.size()) + entry.size;
+                           });
 }
 
 /// The records with their places in the file; the checksums are not known yet.
@@ -78,20 +85,35 @@ std::vector<ArchiveRecord> ArchiveWriter::layOut() const {
     return records;
 }
 
-void ArchiveWriter::write(std::ostream& stream, std::function<void(std::uint64_t)> const& written) const {
+/// Writes an entry's bytes and notes their checksum.
+void ArchiveWriter::writeContent(Entry const& entry, ArchiveRecord& record, std::ostream& stream,
+                                 Written const& written) {
+    auto const requireSize = [&](bool isRight) {
+        if (!isRight)
+            throw std::runtime_error(printableName(entry.name) +
+                                     " has changed its size since it was counted");
+    };
+    std::uint64_t size = 0;
+    std::string bytes; // of one piece after the other
+    entry.load([&](std::string_view piece) {
+        size += piece.size();
+        requireSize(size <= entry.size);
+        record.crc = checksum(piece, record.crc);
+        bytes = piece;
+        scramble(bytes);
+        stream << bytes;
+        if (written)
+            written(piece.size());
+    });
+    requireSize(size == entry.size);
+}
+
+void ArchiveWriter::write(std::ostream& stream, Written const& written) const {
     std::vector<ArchiveRecord> records = layOut();
     auto const start = stream.tellp();
     stream << archiveHead(records); // holds the place until the checksums are known
-    for (std::size_t i = 0; i < records.size() && stream; ++i) {
-        std::string content = m_entries[i].load();
-        if (content.size() != records[i].size)
-            throw std::runtime_error(records[i].name + " has changed since it was counted");
-        records[i].crc = checksum(content);
-        scramble(content);
-        stream << content;
-        if (written)
-            written(content.size());
-    }
+    for (std::size_t i = 0; i < records.size() && stream; ++i)
+        writeContent(m_entries[i], records[i], stream, written);
     stream.seekp(start);
     stream << archiveHead(records);
     stream.seekp(0, std::ios::end);

@@ -20,7 +20,8 @@ void cat(CatOptions const& options, Console const& console) {
     if (!entry)
         throw Failure(kOperatingFailure,
                       printableName(options.archive) + " has no entry " + printableName(options.name));
-    console.out << archive.read(*entry);
+    archive.check(*entry); // before anything is printed
+    archive.readInPieces(*entry, [&console](std::string const& piece) { console.out << piece; });
 }
 
 } // namespace
@@ -28,7 +29,7 @@ void cat(CatOptions const& options, Console const& console) {
 void addCatCommand(CLI::App& program, Console& console) {
     auto const options = std::make_shared<CatOptions>();
     CLI::App* const command = program.add_subcommand(
-        "cat", "Writes one entry to standard output.");
+        "cat", "Writes one entry, whose checksum is right, to standard output as it is.");
     command->add_option("ARCHIVE", options->archive, "the archive file")->required();
     command->add_option("NAME", options->name, "the entry, in any case and with either slash")->required();
     command->callback([options, &console] { cat(*options, console); });

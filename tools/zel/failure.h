@@ -1,6 +1,9 @@
 // How a command ends other than well.
 #pragma once
 
+#include "printable_text.h"
+
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -13,7 +16,7 @@ enum ExitCode : int {
     kOperatingFailure = 3 ///< the command could not do its work
 };
 
-/// Ends the command with a message, which the program prints behind "zel: ".
+/// Ends the command with a message, which the program prints behind "zel: ". Names in it are printable.
 class Failure : public std::runtime_error {
 public:
     Failure(ExitCode exitCode, std::string const& message)
@@ -24,5 +27,19 @@ public:
 private:
     ExitCode m_exitCode;
 };
+
+inline Failure outOfMemory(std::string const& whatIsRead) {
+    return {kOperatingFailure, "out of memory while reading " + printableName(whatIsRead)};
+}
+
+/// Does what reads something. Throws Failure, naming it, when memory runs out.
+template <class Act>
+auto whileReading(std::string const& whatIsRead, Act act) {
+    try {
+        return act();
+    } catch (std::bad_alloc const&) {
+        throw outOfMemory(whatIsRead);
+    }
+}
 
 } // namespace zel

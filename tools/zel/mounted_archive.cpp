@@ -2,17 +2,19 @@
 
 #include "mounted_archive.h"
 
+#include "failure.h"
 #include "fold.h"
 #include "host_path.h"
 #include "printable_text.h"
 
 #include <algorithm>
+#include <new>
 #include <numeric>
 #include <zel/crc32.h>
 
 namespace zel {
 
-MountedArchive::MountedArchive(std::string const& hostPath)
+MountedArchive::MountedArchive(std::string const& hostPath) try
     : m_name(libraryName(hostPath)),
       m_file(m_name, Zel::File::READ),
       m_archive(m_name),
@@ -25,6 +27,8 @@ MountedArchive::MountedArchive(std::string const& hostPath)
         m_entries.push_back(entry);
         found = m_archive.findNextSubstring("", key, key, entry.info);
     }
+} catch (std::bad_alloc const&) {
+    throw outOfMemory(hostPath);
 }
 
 std::optional<ArchiveEntry> MountedArchive::find(std::string const& name) const {
@@ -40,10 +44,8 @@ std::optional<ArchiveEntry> MountedArchive::find(std::string const& name) const 
     return entry;
 }
 
-std::string MountedArchive::read(ArchiveEntry const& entry) {
-    std::string content;
-    readInPieces(entry, [&content](std::string const& piece) { content += piece; });
-    return content;
+void MountedArchive::check(ArchiveEntry const& entry) {
+    readInPieces(entry, [](std::string const& /*piece*/) {});
 }
 
 void MountedArchive::readInPieces(ArchiveEntry const& entry,
@@ -54,14 +56,16 @@ void MountedArchive::readInPieces(ArchiveEntry const& entry,
         throw Zel::FileException_ReadError(printableInQuotes(name).c_str());
     m_file.setPosition(static_cast<int>(info.offset));
     unsigned long crc = 0;
-    std::string piece;
-    for (std::size_t left = info.size; left > 0; left -= piece.size()) {
-        piece.resize(std::min(left, kPieceSize));
-        m_file.read(piece.data(), static_cast<int>(piece.size()));
-        Zel::Archive::decrypt(piece.data(), static_cast<int>(piece.size()));
-        crc = Zel::crc32(piece.data(), piece.size(), crc);
-        take(piece);
-    }
+    whileReading(name, [&, size = std::size_t{info.size}] {
+        std::string piece;
+        for (std::size_t left = size; left > 0; left -= piece.size()) {
+            piece.resize(std::min(left, kPieceSize));
+            m_file.read(piece.data(), static_cast<int>(piece.size()));
+            Zel::Archive::decrypt(piece.data(), static_cast<int>(piece.size()));
+            crc = Zel::crc32(piece.data(), piece.size(), crc);
+            take(piece);
+        }
+    });
     if (crc != info.crc)
         throw Zel::FileException_FileCorrupted(printableInQuotes(name).c_str());
 }

@@ -17,7 +17,8 @@ struct ArchiveEntry {
 
 class MountedArchive {
 public:
-    /// Takes the path as the host writes it. Throws the library's exceptions, which name it likewise.
+    /// Takes the path as the host writes it. Throws the library's exceptions, which name it likewise, and
+    /// Failure when memory runs out.
     explicit MountedArchive(std::string const& hostPath);
 
     /// All entries in order of their keys, those included that File cannot find by name.
@@ -26,11 +27,12 @@ public:
     /// The entry stored under this name or, when there is none, the one that File would find by it.
     std::optional<ArchiveEntry> find(std::string const& name) const;
 
-    /// The entry's bytes. Throws FileException_ReadError or FileException_FileCorrupted, naming the entry.
-    std::string read(ArchiveEntry const& entry);
+    /// Reads the entry. Throws FileException_ReadError or FileException_FileCorrupted, naming it (printably),
+    /// or Failure when memory runs out.
+    void check(ArchiveEntry const& entry);
 
-    /// Hands the entry's bytes on in pieces. Throws as `read` does: that the checksum is wrong comes out only
-    /// when all pieces have been handed on.
+    /// Hands the entry's bytes on in pieces. Throws as `check` does: that the checksum is wrong comes out
+    /// only when all pieces have been handed on.
     void readInPieces(ArchiveEntry const& entry, std::function<void(std::string const& piece)> const& take);
 
 private:

@@ -18,15 +18,20 @@ struct PackedFile {
 
 struct PackingPlan {
     std::vector<PackedFile> files;     ///< in order of their names
+    std::vector<std::string> followed; ///< links to files, which are packed
     std::vector<std::string> leftOut;  ///< what is no file, and why
     std::vector<std::string> refusals; ///< what keeps the tree from being packed
 };
 
-/// Looks through the tree below `directory`. `archive`, where it lies inside, is left out, and empty files
-/// are refused or, with `skipEmpty`, left out. Throws std::filesystem::filesystem_error when the tree cannot
-/// be read.
+struct PackingChoices {
+    bool skipEmpty = false; ///< leave empty files out, instead of refusing them
+    bool noLinks = false;   ///< leave links to files out, instead of following them
+};
+
+/// Looks through the tree below `directory`. `archive`, where it lies inside, is left out, and so are links
+/// to directories. The lists name what they hold printably. Throws Failure, naming what cannot be read.
 PackingPlan planPacking(std::filesystem::path const& directory, std::filesystem::path const& archive,
-                        bool skipEmpty);
+                        PackingChoices const& choices);
 
 /// The writer of what the plan holds; it reads each file when it writes it.
 ArchiveWriter writerFor(PackingPlan const& plan);

@@ -3,6 +3,7 @@
 #include "pending_file.h"
 
 #include "failure.h"
+#include "host_files.h"
 #include "printable_text.h"
 
 #include <cerrno>
@@ -13,29 +14,52 @@
 namespace zel {
 namespace {
 
-[[noreturn]] void throwCannotWrite(std::filesystem::path const& target, std::error_code reason) {
-    throw Failure(kOperatingFailure, "cannot write " + printableName(target.string()) + ": " + reason.message());
+namespace fs = std::filesystem;
+
+[[noreturn]] void throwCannotWrite(fs::path const& target, std::string const& reason) {
+    throw Failure(kOperatingFailure, "cannot write " + printableName(target.string()) + ": " + reason);
+}
+
+[[noreturn]] void throwCannotWrite(fs::path const& target, std::error_code reason) {
+    throwCannotWrite(target, reason.message());
+}
+
+void requireSuccess(fs::path const& target, std::error_code error) {
+    if (error)
+        throwCannotWrite(target, error);
 }
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
 /// A name beside the target that nothing has yet.
-std::filesystem::path temporaryBeside(std::filesystem::path const& target) {
+fs::path temporaryBeside(fs::path const& target) {
     auto number = std::chrono::steady_clock::now().time_since_epoch().count();
-    std::filesystem::path candidate;
+    fs::path candidate;
     do {
         candidate = target;
         candidate.replace_extension(".tmp" + std::to_string(number++));
         candidate += target.extension();
-    } while (std::filesystem::exists(candidate));
+    } while (fs::exists(candidate));
     return candidate;
 }
 
 } // namespace
 
-PendingFile::PendingFile(std::filesystem::path target)
-    : m_target(std::move(target)), m_temporary(temporaryBeside(m_target)) {
-    if (std::filesystem::is_directory(m_target))
+fs::path outputFile(fs::path path) {
+    std::error_code error;
+    fs::file_status const status = fs::status(path, error);
+    if (status.type() == fs::file_type::none) // links in a circle, for one
+        throwCannotWrite(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        throwCannotWrite(path, "it is no regular file");
+    while (fs::is_symlink(fs::symlink_status(path, error)))
+        path = path.parent_path() / fs::read_symlink(path);
+    return path;
+}
+
+PendingFile::PendingFile(fs::path target)
+    : m_target(std::move(target)), m_temporary(temporaryBeside(m_target)), m_removed(m_temporary) {
+    if (fs::is_directory(m_target))
         throwCannotWrite(m_target, std::make_error_code(std::errc::is_a_directory));
     m_stream.open(m_temporary, std::ios::binary | std::ios::trunc);
     if (!m_stream)
@@ -45,17 +69,26 @@ PendingFile::PendingFile(std::filesystem::path target)
 PendingFile::~PendingFile() {
     m_stream.close();
     std::error_code ignored; // after a commit there is nothing left to remove
-    std::filesystem::remove(m_temporary, ignored);
+    fs::remove(m_temporary, ignored);
 }
 
 void PendingFile::commit() {
+    close();
+    std::error_code error;
+    fs::rename(m_temporary, m_target, error);
+    requireSuccess(m_target, error);
+}
+
+void PendingFile::commitToDisk() {
+    close();
+    requireSuccess(m_target, bringToDisk(m_temporary));
+    requireSuccess(m_target, replaceOnDisk(m_temporary, m_target));
+}
+
+void PendingFile::close() {
     m_stream.close();
     if (!m_stream)
         throwCannotWrite(m_target, lastError());
-    std::error_code error;
-    std::filesystem::rename(m_temporary, m_target, error);
-    if (error)
-        throwCannotWrite(m_target, error);
 }
 
 } // namespace zel

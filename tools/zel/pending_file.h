@@ -1,13 +1,21 @@
 // A file that appears under its name only when it is complete.
 #pragma once
 
+#include "interruption.h"
+
 #include <filesystem>
 #include <fstream>
 
 namespace zel {
 
+/// The file that output under this path is to replace: through links the one that they lead to, so that the
+/// links stay. Throws Failure where something other than a regular file stands there, as a device does, or a
+/// directory.
+std::filesystem::path outputFile(std::filesystem::path path);
+
 /// Writes to a temporary file beside the target. Unless it is committed, the temporary file goes away with
-/// this object and whatever stood under the target's name stays untouched.
+/// this object or the process, and whatever stood under the target's name stays untouched. A link under that
+/// name is replaced itself.
 class PendingFile {
 public:
     /// Throws Failure when no file can be made there.
@@ -21,12 +29,20 @@ public:
     /// The temporary file, for a writer that opens it by itself. It has the target's extension.
     std::filesystem::path const& temporary() const { return m_temporary; }
 
-    /// Puts the file under its name. Throws Failure when not all that was written could be stored.
+    /// Puts the file under its name. Throws Failure when not all that was written could be stored. The host
+    /// brings it to the disk in its own time: fit for many small files.
     void commit();
 
+    /// The same, and returns when it is on the disk. After a loss of power the older file is there or the new
+    /// one, whole.
+    void commitToDisk();
+
 private:
+    void close();
+
     std::filesystem::path m_target;
     std::filesystem::path m_temporary;
+    RemovedOnInterruption m_removed;
     std::ofstream m_stream;
 };
 

@@ -61,7 +61,7 @@ Zel::Image loadPicture(std::string const& hostPath) {
         throw Failure(kOperatingFailure,
                       "cannot open " + printableName(hostPath) + ": there is no such file");
     try {
-        return Zel::Image(libraryName(hostPath));
+        return whileReading(hostPath, [&hostPath] { return Zel::Image(libraryName(hostPath)); });
     } catch (Zel::JPEGLoaderException_LoadFailed const&) {
         throw Failure(kFinding,
                       "cannot load " + printableName(hostPath) + ": not a JPEG picture that can be decoded");
@@ -79,14 +79,14 @@ forEachPicture(std::vector<std::string> const& hostPaths, Console const& console
 
 void savePicture(Zel::Image const& image, std::string const& hostPath) {
     requireSavable(image, hostPath);
-    PendingFile file(hostPath); // there already, so the library keeps the case of its name
+    PendingFile file(outputFile(hostPath)); // there already, so the library keeps the case of its name
     try {
         image.save(libraryName(file.temporary().string()));
     } catch (Zel::FileException_WriteError const&) { // which would name the temporary file
         throw Failure(kOperatingFailure, "cannot write " + printableName(hostPath) +
                                              ": the disk is full, or the file would pass 2 GiB");
     }
-    file.commit();
+    file.commitToDisk();
 }
 
 } // namespace zel

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <new>
 #include <zel/api.h>
 #include <zel/exception.h>
 #include <zel/file.h>
@@ -91,6 +92,9 @@ ExitCode reportFailures(Console const& console, std::function<void()> const& act
     } catch (Zel::Exception const& exception) {
         console.message(exception.getError());
         return isFinding(exception) ? kFinding : kOperatingFailure;
+    } catch (std::bad_alloc const&) {
+        console.message("out of memory");
+        return kOperatingFailure;
     } catch (std::exception const& exception) {
         console.message(exception.what());
         return kOperatingFailure;

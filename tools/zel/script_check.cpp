@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <zel/script.h>
 
 namespace zel {
@@ -73,6 +74,8 @@ ExitCode check(std::string const& file, ScriptEnvironment const& environment, Co
         }
     } catch (Zel::Exception const& exception) {
         console.message(exception.getError());
+    } catch (std::bad_alloc const&) {
+        console.message(outOfMemory(file).what());
     } catch (std::exception const& exception) {
         console.message(exception.what());
     }

@@ -128,7 +128,7 @@ void addScriptDumpCommand(CLI::App& script, Console& console) {
     command->callback([options, &console] {
         ScriptEnvironment const environment(options->places);
         environment.require(options->file);
-        Zel::Script parsed(options->file);
+        auto parsed = whileReading(options->file, [&] { return Zel::Script(options->file); });
         if (options->json)
             dumpAsJson(parsed, console.out);
         else

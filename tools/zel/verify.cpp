@@ -37,7 +37,7 @@ Findings examine(VerifyOptions const& options, Console const& console) {
         Progress progress(console.terminal, "verifying", findings.bytes);
         for (ArchiveEntry const& entry : archive.entries()) {
             try {
-                archive.read(entry);
+                archive.check(entry);
             } catch (Zel::FileException const& exception) {
                 findings.damages.push_back({entry.name, exception.getError()});
             }
