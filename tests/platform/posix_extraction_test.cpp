@@ -222,6 +222,34 @@ TEST_F(PosixZelExtractTest, LinksInTheDestinationLeadNowhere) {
     EXPECT_EQ(zel({"extract", "a.bva", "alias", "file"}), 0) << "the destination itself may be a link";
 }
 
+TEST_F(PosixZelExtractTest, NamesMayBeAsLongAsTheHostAllows) {
+    for (std::size_t const length : {231, 250, 255, 256}) {
+        std::string const name(length, 'n');
+        packArchive("a.bva", {{name, "x"}, {"sub\\" + name, "x"}});
+        EXPECT_EQ(zel({"extract", "a.bva", "out"}), length <= 255 ? 0 : 3) << err();
+    }
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("out")), {}), 7);
+}
+
+TEST_F(PosixZelExtractTest, TreesMayBeDeeperThanAProcessHasDescriptors) {
+    std::string directory;
+    for (int depth = 0; depth < 100; ++depth)
+        directory += "d/";
+    packArchive("a.bva", {{directory + "a", "x"}, {directory + "b", "x"}, {"d/c", "x"}});
+    rlimit limit = {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    rlimit const few = {40, limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    EXPECT_EQ(zel({"extract", "a.bva", "out"}), 0) << err();
+    Archive const archive(test::libraryPath(path("a.bva")));
+    std::string dir;
+    EXPECT_TRUE(File::extractDirectory(dir));
+    File::cleanup();
+    setrlimit(RLIMIT_NOFILE, &limit);
+    EXPECT_EQ(readFile("out/" + directory + "b"), "x");
+    EXPECT_EQ(readFile("out/d/c"), "x");
+}
+
 TEST_F(PosixZelExtractTest, AFullDiskKeepsTheOlderFileAndLeavesNothingElse) {
     packArchive("a.bva",
                 {{"large", std::string(100'000, 'x')}, {"new", std::string(60'000, 'x')}, {"small", "x"}});

@@ -1,7 +1,7 @@
 // The allocations of this program, the library's included: counted, and made to fail.
 //
 // On POSIX the program replaces operator new and delete for itself and the library. On Windows it cannot do
-// so for the library: there nothing is counted, and there is no FailingAllocation.
+// so for the library: there nothing is counted, and nothing fails.
 #pragma once
 
 #include <cstddef>

@@ -9,7 +9,4 @@ long liveAllocations() { return 0; }
 
 std::size_t largestAllocation() { return 0; }
 
-SmallMemory::SmallMemory(std::size_t /*largest*/) {}
-SmallMemory::~SmallMemory() = default;
-
 } // namespace test

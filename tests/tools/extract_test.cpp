@@ -88,6 +88,35 @@ TEST_F(ExtractTest, EntriesThatAreInEachOthersWayAreNamed) {
     EXPECT_EQ(zel({"extract", "b.bva", "b.bva"}), 3) << "a file is no directory to extract into";
 }
 
+TEST_F(ExtractTest, WhatTheHostTakesForOneNameKeepsTheEarlierEntry) {
+    std::vector<std::vector<std::string>> const spellings = {
+        {"readme.txt", "readme.txt ", "readme.txt."},
+        {"\xC3\x84.txt", "\xC3\xA4.txt"}, // capital and small, in UTF-8
+        {"sub\\a", "sub.\\a"},
+    };
+    for (auto const& names : spellings) {
+        test::Entries entries;
+        for (std::string const& name : names)
+            entries.emplace_back(name, name);
+        packArchive("a.bva", entries);
+        fs::remove_all(path("out"));
+        std::size_t const expected = test::hasReservedNames() ? 1 : names.size();
+        EXPECT_EQ(zel({"extract", "a.bva", "out"}), expected < names.size() ? 1 : 0) << err();
+        EXPECT_THAT(out(), HasSubstr("extracted " + std::to_string(expected) + " of"));
+        std::size_t count = 0;
+        for (auto const& entry : fs::recursive_directory_iterator(path("out"))) {
+            if (!entry.is_regular_file())
+                continue;
+            ++count;
+            EXPECT_TRUE(expected > 1 || entry.file_size() == names.front().size()) << "the first has stayed";
+        }
+        EXPECT_EQ(count, expected);
+        for (std::size_t i = expected; i < names.size(); ++i)
+            EXPECT_THAT(err(), HasSubstr("not extracted: " + names[i] + ": it would be the same file as " +
+                                         names.front() + "\n"));
+    }
+}
+
 TEST_F(ExtractTest, TheBarCountsBytes) {
     packArchive("a.bva", {{"a", std::string(100'000, 'x')}, {"b", std::string(100'000, 'x')}});
     std::ostringstream terminal, out, err;

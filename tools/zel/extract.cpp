@@ -3,7 +3,6 @@
 #include "commands.h"
 #include "fold.h"
 #include "mounted_archive.h"
-#include "pending_file.h"
 #include "progress.h"
 #include "unpacking.h"
 
@@ -74,9 +73,9 @@ public:
 
 private:
     void extract(ArchiveEntry const& entry) {
-        PendingFile file(m_unpacking.place(entry.name));
+        UnpackedFile file(m_unpacking, entry.name);
         m_archive.readInPieces(entry, [&](std::string const& piece) {
-            file.stream() << piece;
+            file.write(piece);
             m_progress.advance(piece.size());
         });
         file.commit();
