@@ -122,7 +122,8 @@ public:
     /// FileException_DirectoryNotFound when that fails. Getting tells, as long as no named archive is
     /// registered, the working directory with a final separator and remembers it; afterwards, what is
     /// remembered, without one. It throws FileException_GetCurrentDirFailed when the working directory cannot
-    /// be told (one longer than 260 characters included).
+    /// be told (one longer than 260 characters included and, on POSIX hosts, one with a ":" or "\" in it, where
+    /// no File could be opened).
     static void setCurrentDir(std::string const& directory);
     static std::string getCurrentDir();
 
@@ -131,7 +132,9 @@ public:
     static std::string getStartupDir();
 
     /// Makes a new directory below Brisvane\temp of the machine-wide data folder and records it in
-    /// sm_extractedFiles. Returns its path with a final separator, or "" after 50 failed attempts.
+    /// sm_extractedFiles. Returns its path with a final separator, or "" after 50 failed attempts. All fail
+    /// where Brisvane or temp is a link or, on POSIX hosts, belongs to somebody else than the user or root or
+    /// may be written by others.
     static std::string getTmpDir();
 
     /// A name that no file has, from a printf pattern with one integer conversion (%d, %i, %u, %x, %X or %o,
@@ -162,6 +165,7 @@ public:
 
     /// Extraction: copies of archived files for those who need a real path. Temporary ones go to a directory
     /// of their own (see getTmpDir), and all that they make is recorded for `cleanup`, also when they fail.
+    /// Nothing is made or removed through a link that others put there meanwhile.
     ///
     /// An entry is not extracted when nothing can be written under its name, or when its name leads out of
     /// the destination (see whyNotExtracted). Of entries that are one file on this host, the last one stays.
@@ -189,10 +193,11 @@ public:
 
     /// Removes what temporary extractions and getTmpDir have recorded, the newest first, and forgets it.
     /// Failures are ignored: a directory in which somebody else has put files stays. Nothing is removed
-    /// through a link that has taken the place of a recorded directory.
+    /// through a link below the machine-wide data folder.
     static void cleanup();
 
-    /// Removes the temporary directories of every run, those of other running programs included.
+    /// Removes the temporary directories of every run, those of other running programs included. Does nothing
+    /// where getTmpDir makes none.
     void forced_cleanup();
 
     /// Removes a directory and all below it, read-only files included. Links are removed, never followed.

@@ -6,8 +6,9 @@
 namespace Zel {
 
 /// Switches the file on or off. It is "verbose_<computer name>.txt" in the sub-folder Brisvane\Trelwyn of the
-/// machine-wide data folder (in the program's own directory where there is no such folder; without the
-/// computer's name, "verbose.txt"). The path is determined once, when first needed.
+/// machine-wide data folder (in the program's own directory where there is no such folder, or one that others
+/// have a hand in: see File::getTmpDir; without the computer's name, "verbose.txt"). The path is determined
+/// once, when first needed. Nothing is written, or deleted, through a link that is put there later.
 ZEL_API void enableVerbose(bool enabled);
 
 /// Sets the function that is handed each message; null switches it off. It outlives its use as the caller's.

@@ -3,9 +3,11 @@
 #include "archive/extraction_target.h"
 
 #include "core/crc32_register.h"
+#include "file/temporary.h"
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 #include <zel/file.h>
 
@@ -38,14 +40,14 @@ private:
 /// A file being written, which goes away again unless all of it could be stored.
 class TargetFile {
 public:
-    /// Takes the stream, which may be null.
-    TargetFile(std::string const& path, std::FILE* stream) : m_path(path), m_stream(stream) {}
+    TargetFile(platform::Tree& tree, std::string path)
+        : m_tree(tree), m_path(std::move(path)), m_stream(m_tree.openFile(m_path, "wb")) {}
     TargetFile(TargetFile const&) = delete;
     TargetFile& operator=(TargetFile const&) = delete;
     ~TargetFile() {
         if (m_stream) {
             m_stream.reset();
-            platform::removeFile(m_path);
+            m_tree.removeFile(m_path);
         }
     }
 
@@ -59,40 +61,52 @@ public:
     bool finish() {
         if (std::fclose(m_stream.release()) == 0)
             return true;
-        platform::removeFile(m_path);
+        m_tree.removeFile(m_path);
         return false;
     }
 
 private:
-    std::string const& m_path;
+    platform::Tree& m_tree;
+    std::string m_path;
     platform::Stream m_stream;
 };
 
 } // namespace
 
-bool ExtractionTarget::makeDirectories(std::string const& relative) const {
-    for (std::size_t end = relative.find('\\'); end != std::string::npos;
-         end = relative.find('\\', end + 1)) {
-        if (relative[end - 1] == '\\')
-            continue; // an empty part
-        std::string const path = m_directory + relative.substr(0, end);
-        Record record(path + '\\', isTemporary()); // the backslash tells a directory
-        platform::Making const result = platform::makeDirectory(path);
-        if (result == platform::Making::Made)
-            record.keep();
+// The library's own temporary directories are private up to the data folder; a caller's begins where it says.
+ExtractionTarget::ExtractionTarget(std::string directory, Lifetime lifetime)
+    : m_directory(std::move(directory)),
+      m_lifetime(lifetime),
+      m_rootLength(isTemporary() && !m_directory.empty() ? privatePart(m_directory)
+                                                         : m_directory.find_last_of("\\/") + 1),
+      m_tree(m_directory.substr(0, m_rootLength),
+             isTemporary() ? platform::Tree::Private : platform::Tree::Own) {}
+
+bool ExtractionTarget::makeDirectories(std::string const& relative) {
+    // Those that the entry before has, too, are there.
+    auto const differing = std::mismatch(m_made.begin(), m_made.end(), relative.begin(), relative.end());
+    std::size_t const shared = static_cast<std::size_t>(differing.first - m_made.begin());
+    std::size_t begin = std::string_view(relative).substr(0, shared).rfind('\\') + 1; // 0 without a separator
+    for (std::size_t end; (end = relative.find('\\', begin)) != std::string::npos; begin = end + 1) {
+        std::string_view const part = std::string_view(relative).substr(begin, end - begin);
+        if (part.empty() || part == ".")
+            continue;
+        std::string const path = m_directory + relative.substr(0, end + 1); // its backslash tells a directory
+        Record record(path, isTemporary());
+        platform::Making const result = m_tree.makeDirectory(path.substr(m_rootLength));
         if (result == platform::Making::Failed)
             return false;
-        if (isTemporary() && platform::isLink(path))
-            return false; // it would lead out of the temporary directory
+        if (result == platform::Making::Made)
+            record.keep();
     }
+    m_made = relative.substr(0, begin);
     return true;
 }
 
 bool ExtractionTarget::copy(File& entry, std::uint32_t expectedCrc, std::string const& relative) {
-    std::string const path = m_directory + relative;
+    std::string path = m_directory + relative;
     Record record(path, isTemporary());
-    TargetFile target(path,
-                      isTemporary() ? platform::createStream(path) : platform::overwriteStream(path, m_seen));
+    TargetFile target(m_tree, path.substr(m_rootLength));
     if (!target.isOpen())
         return false;
     Crc32Register crc; // of what is written: the archive may have changed since it was checked

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
 namespace Zel {
 
@@ -18,13 +17,12 @@ public:
     enum Lifetime { Temporary, Permanent };
 
     /// `directory` ends with a separator. An empty one is none, and must get nothing.
-    ExtractionTarget(std::string directory, Lifetime lifetime)
-        : m_directory(std::move(directory)), m_lifetime(lifetime) {}
+    ExtractionTarget(std::string directory, Lifetime lifetime);
 
     std::string const& directory() const { return m_directory; }
 
     /// Makes the directories that a path from here to a file names. False when one cannot be made.
-    bool makeDirectories(std::string const& relative) const;
+    bool makeDirectories(std::string const& relative);
 
     /// Copies an open entry, which has that checksum, to a path from here whose directories are there. False
     /// when nothing can be written under that name. Throws FileException_WriteError, and
@@ -36,7 +34,9 @@ private:
 
     std::string m_directory;
     Lifetime m_lifetime;
-    platform::SeenDirectory m_seen;
+    std::size_t m_rootLength; ///< of the directory, the part that leads to the tree's root
+    platform::Tree m_tree;
+    std::string m_made; ///< the directories made for the last entry, with a final separator
 };
 
 } // namespace Zel

@@ -6,37 +6,49 @@
 #include "platform/platform.h"
 
 #include <cstdarg>
-#include <memory>
+#include <cstring>
+#include <optional>
 #include <string>
-#include <zel/file.h>
+#include <utility>
 
 namespace Zel {
 namespace {
 
 bool s_enabled = false;
 void (*s_callback)(char const*) = nullptr;
-std::string s_logPath; // determined at the first use and kept
+/// Where the log is.
+struct LogPlace {
+    std::string root;
+    platform::Tree::Kind kind;
+    std::string file; ///< from the root
 
-std::string logDirectory() {
-    if (auto const folder = platform::commonDataFolder("Brisvane\\Trelwyn", platform::FolderQuery::Create))
-        return *folder + "\\";
-    try {
-        return File::getStartupDir();
-    } catch (FileException const&) {
-        return {}; // no folder at all: the log lands in the working directory rather than nowhere
+    platform::Tree tree() const { return {root, kind}; }
+};
+
+std::optional<LogPlace> s_log; // determined at the first use and kept
+
+LogPlace findLog() {
+    constexpr char const* kFolder = "Brisvane\\Trelwyn";
+    auto const computer = platform::computerName();
+    std::string const name = computer ? "verbose_" + *computer + ".txt" : "verbose.txt";
+    if (auto folder = platform::commonDataFolder(kFolder, platform::FolderQuery::Create)) {
+        folder->resize(folder->size() - std::strlen(kFolder));
+        return {*folder, platform::Tree::Private, std::string(kFolder) + "\\" + name};
     }
+    std::string const startup = platform::startupDirectory().value_or("");
+    return {startup, platform::Tree::Own,
+            name}; // without either, in the working directory rather than nowhere
 }
 
-std::string const& logPath() {
-    if (s_logPath.empty()) {
-        auto const computer = platform::computerName();
-        s_logPath = logDirectory() + (computer ? "verbose_" + *computer + ".txt" : "verbose.txt");
-    }
-    return s_logPath;
+LogPlace const& logPlace() {
+    if (!s_log)
+        s_log = findLog();
+    return *s_log;
 }
 
 void writeToFile(char const* format, std::va_list arguments) {
-    platform::Stream const stream(platform::openStream(logPath(), "a"));
+    LogPlace const& log = logPlace();
+    platform::Stream const stream(log.tree().openFile(log.file, "a"));
     if (stream)
         std::vfprintf(stream.get(), (std::string(format) + "\n").c_str(), arguments);
 }
@@ -55,7 +67,7 @@ void setVerboseCallback(void (*callback)(char const*)) { s_callback = callback; 
 
 void (*getVerboseCallback())(char const*) { return s_callback; }
 
-void clearVerbose() { platform::removeFile(logPath()); }
+void clearVerbose() { logPlace().tree().removeFile(logPlace().file); }
 
 void verbose(char const* format, ...) {
     if (s_enabled) {

@@ -1,11 +1,13 @@
 // Temporary directories and names, and removing what extraction has put there.
 
+#include "file/temporary.h"
+
 #include "file/names.h"
 #include "file/number_pattern.h"
 #include "platform/platform.h"
 
 #include <cstdio>
-#include <set>
+#include <optional>
 #include <zel/file.h>
 
 namespace Zel {
@@ -35,16 +37,15 @@ std::string temporaryName(std::string const& pattern, unsigned number) {
     return *std::move(name);
 }
 
-/// Whether one of the directories that lead to a recorded path was recorded itself and is now a link.
-bool leadsThroughLink(std::string const& path, std::set<std::string> const& recorded) {
-    for (std::size_t end = path.find('\\'); end < path.size() - 1; end = path.find('\\', end + 1)) {
-        if (recorded.contains(path.substr(0, end + 1)) && platform::isLink(path.substr(0, end)))
-            return true;
-    }
-    return false;
-}
+/// The directory that a path starts from, with a final separator; empty for the working directory.
+std::string directoryOf(std::string const& path) { return path.substr(0, path.find_last_of("\\/") + 1); }
 
 } // namespace
+
+std::size_t privatePart(std::string const& path) {
+    std::size_t const root = path.find(std::string("\\") + kTemporaryRoot + "\\tmp_");
+    return root == std::string::npos ? root : root + 1;
+}
 
 int File::sm_uniquepathnames = 1;
 std::list<std::string> File::sm_extractedFiles;
@@ -80,16 +81,25 @@ std::string File::getTempName(std::string const& pattern) {
 }
 
 void File::cleanup() {
-    std::set<std::string> const recorded(sm_extractedFiles.begin(), sm_extractedFiles.end());
+    std::string root;
+    std::optional<platform::Tree> tree; // one for all paths that start from the same root
     while (!sm_extractedFiles.empty()) {
         std::string path = sm_extractedFiles.back();
-        bool const removable = !leadsThroughLink(path, recorded);
-        if (removable && path.ends_with('\\')) {
+        bool const isDirectory = path.ends_with('\\');
+        if (isDirectory)
             path.pop_back();
-            platform::removeDirectory(path);
-        } else if (removable) {
-            platform::removeFile(path);
+        std::size_t const below = privatePart(path);
+        bool const isPrivate = below != std::string::npos;
+        std::string const start = isPrivate ? path.substr(0, below) : directoryOf(path);
+        if (!tree || start != root) {
+            tree.emplace(start, isPrivate ? platform::Tree::Private : platform::Tree::Own);
+            root = start;
         }
+        path.erase(0, start.size());
+        if (isDirectory)
+            tree->removeDirectory(path);
+        else
+            tree->removeFile(path);
         sm_extractedFiles.pop_back();
     }
 }
@@ -98,15 +108,18 @@ void File::cleanup() {
 
 void File::forced_cleanup() {
     auto const root = platform::commonDataFolder(kTemporaryRoot, platform::FolderQuery::Create);
-    if (root)
-        platform::removeTree(*root);
+    if (!root)
+        return;
+    std::string const dataFolder = root->substr(0, root->size() - std::string_view(kTemporaryRoot).size());
+    platform::Tree(dataFolder, platform::Tree::Private).removeTree(kTemporaryRoot);
 }
 
 void File::forced_remove_directory(char const* directory) {
     std::string path = directory;
     while (path.ends_with('\\') || path.ends_with('/'))
         path.pop_back();
-    platform::removeTree(path);
+    std::string const above = directoryOf(path);
+    platform::Tree(above, platform::Tree::Own).removeTree(path.substr(above.size()));
 }
 
 } // namespace Zel

@@ -12,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 namespace Zel::platform {
 
@@ -22,7 +21,7 @@ struct StreamCloser {
 /// A C stream that one scope owns.
 using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
-/// Opens a file with a mode of the C library ("rb", "wb", "w" or "a"). Null on failure, which opening a
+/// Opens a file with a mode of the C library ("rb", "wb" or "w"). Null on failure, which opening a
 /// directory is. The caller closes it.
 std::FILE* openStream(std::string const& path, char const* mode);
 
@@ -43,43 +42,53 @@ std::int64_t streamLength(std::FILE* stream);
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);
 
-/// Makes a new file and opens it for writing bytes. What has that very name goes first; of a link, the link
-/// itself. Null on failure, which a directory in its place is. The caller closes it.
-std::FILE* createStream(std::string const& path);
-
-/// The names in a directory, without case, as they were when it was last looked into.
-struct SeenDirectory {
-    std::optional<std::string> path;
-    std::unordered_set<std::string> names;
-};
-
-/// As openStream with "wb", for many files one after the other: where the host tells case apart, it looks
-/// into a directory for names that differ in case alone only when it is not the one seen last. What others
-/// add there meanwhile may be missed.
-std::FILE* overwriteStream(std::string const& path, SeenDirectory& seen);
-
 /// Whether a directory of that name cannot be made, because something has the name.
 bool isTaken(std::string const& path);
 
-/// Removes a file; of a link, the link itself. A failure is ignored.
-void removeFile(std::string const& path);
-
-// Paths of directories come without a final separator.
-
 enum class Making { Made, Existed, Failed };
 
-/// Makes one directory inside an existing one. "Existed" tells that something has the name, a file included.
-Making makeDirectory(std::string const& path);
+/// A directory, and what is below it. It is opened once, and every directory further down from the one above:
+/// whatever others put in its place meanwhile, nothing is done elsewhere. (A host that has paths alone looks
+/// at each part before it acts.)
+///
+/// Paths lead down from it: names with separators between them, where empty names and "." stay in place.
+/// Where the host tells case, they are found as all paths are: by the exact name, or else the first that
+/// differs in case alone. For that a directory is looked into once, so what others add may be missed.
+class Tree {
+public:
+    enum Kind {
+        Own,    ///< the caller's: links in it lead on
+        Private ///< nobody else's: on the way down, no link is followed, and no directory is entered that
+                ///< (where the host knows) belongs to others than the user and root, or that others may write
+    };
 
-/// Whether the last name of the path is that of a symbolic link or of another reparse point.
-bool isLink(std::string const& path);
+    /// Opens the directory; links that lead to it are followed. When it cannot be opened, all that is done in
+    /// it fails.
+    Tree(std::string const& directory, Kind kind);
+    ~Tree();
 
-/// Removes an empty directory. A failure is ignored.
-void removeDirectory(std::string const& path);
+    /// Makes one directory inside an existing one. "Existed" tells that there is one to be entered.
+    Making makeDirectory(std::string const& path);
 
-/// Removes a directory and all that it holds, what is read-only included. Links are removed, never followed.
-/// What cannot be removed stays.
-void removeTree(std::string const& path);
+    /// Opens a file for writing, with a mode of the C library: "wb" or "a". In a private tree, "wb" removes
+    /// what has that very name (of a link, the link itself) and makes a new file, and "a" opens plain files
+    /// alone. Null on failure. The caller closes it.
+    std::FILE* openFile(std::string const& path, char const* mode);
+
+    /// Removes a file; of a link, the link itself. A failure is ignored.
+    void removeFile(std::string const& path);
+
+    /// Removes an empty directory. A failure is ignored.
+    void removeDirectory(std::string const& path);
+
+    /// Removes a directory and all that it holds, what is read-only included. Links are removed, never
+    /// followed. What cannot be removed stays, and files that have the name do.
+    void removeTree(std::string const& path);
+
+private:
+    class Walk;
+    std::unique_ptr<Walk> m_walk;
+};
 
 /// Whether that name, one without separators and neither "." nor "..", stays in its directory: on some hosts
 /// a name may stand for a device, or lose so much of its end that it leads elsewhere.
@@ -88,7 +97,8 @@ bool isFileName(std::string const& name);
 /// Makes a directory the working directory of the process. False on failure.
 bool changeDirectory(std::string const& path);
 
-/// The working directory of the process, of at most 260 characters; nothing when it is longer or gone.
+/// The working directory of the process, of at most 260 characters; nothing when it is longer or gone, or has
+/// a name that no path of the library's can hold.
 std::optional<std::string> currentDirectory();
 
 /// The directory of the running program, with a final separator.
@@ -99,7 +109,8 @@ enum class FolderQuery {
     Create  ///< make whatever of it is missing
 };
 
-/// A sub-folder of the machine-wide data folder, without a final separator.
+/// A sub-folder of the machine-wide data folder, without a final separator. None is created where that could
+/// not be entered as a private tree below the data folder.
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query);
 
 /// The name of this computer.

@@ -25,11 +25,6 @@ protected:
     }
 };
 
-TEST_F(VerboseTest, WritesNothingWhileBothSinksAreOff) {
-    Zel::verbose("%s", "nobody listens");
-    EXPECT_FALSE(fs::exists(logFile()));
-}
-
 TEST_F(VerboseTest, TheCallbackAloneMakesNoFile) {
     test::LogCapture const log;
     Zel::verbose("%d of %s", 3, "them");

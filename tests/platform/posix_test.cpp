@@ -81,15 +81,18 @@ TEST_F(PosixTest, AWorkingDirectoryOfMoreThan260CharactersCannotBeTold) {
     EXPECT_EQ(File::getCurrentDir(), "z:\\");
 }
 
-TEST_F(PosixTest, AWorkingDirectoryThatIsGoneCannotBeTold) {
-    fs::create_directory(path("gone"));
-    fs::current_path(path("gone"));
-    fs::remove(path("gone"));
-    EXPECT_THROW(File::getCurrentDir(), Zel::FileException_GetCurrentDirFailed);
-    EXPECT_THROW(Zel::Archive(), Zel::FileException_GetCurrentDirFailed);
-    EXPECT_THROW(Zel::Zel_Init(), Zel::FileException_GetCurrentDirFailed);
-    EXPECT_EQ(Zel::Zel_Init::m_count, 0);
-    EXPECT_EQ(Zel::g_Archive, nullptr);
+TEST_F(PosixTest, AWorkingDirectoryThatIsGoneOrHasNoPathCannotBeTold) {
+    for (char const* name : {"gone", "a:b", "a\\b", "a:b/below"}) {
+        fs::create_directories(path(name));
+        fs::current_path(path(name));
+        if (name == std::string("gone"))
+            fs::remove(path(name));
+        EXPECT_THROW(File::getCurrentDir(), Zel::FileException_GetCurrentDirFailed) << name;
+        EXPECT_THROW(Zel::Archive(), Zel::FileException_GetCurrentDirFailed) << name;
+        EXPECT_THROW(Zel::Zel_Init(), Zel::FileException_GetCurrentDirFailed) << name;
+        EXPECT_EQ(Zel::Zel_Init::m_count, 0);
+        EXPECT_EQ(Zel::g_Archive, nullptr);
+    }
 }
 
 TEST_F(PosixTest, ALinkThatLeadsToNoFileYetIsWrittenThrough) {

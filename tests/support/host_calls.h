@@ -1,5 +1,5 @@
-// Calls of this program, the library's included, to its host: one of them is made to fail, or something
-// happens right behind it.
+// Calls of this program, the library's included, to its host: they are counted, one of them is made to fail,
+// or something happens right behind it.
 //
 // On Linux only, where the program puts itself between the library and the C library.
 #pragma once
@@ -23,8 +23,11 @@ public:
     static bool happened();
 };
 
-/// Called with the path of each directory and file that mkdir or open has made or tried to make, when it is
-/// set: a test does there what somebody else may do at the same moment.
+/// How many such calls there have been, each entry read from a directory included.
+long hostCalls();
+
+/// Called with the path of each directory below another and each file that has been made, or tried to be
+/// made, when it is set: a test does there what somebody else may do at the same moment.
 extern std::function<void(std::string const& path)> g_afterMaking;
 
 } // namespace test

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -17,8 +18,10 @@
 namespace {
 
 long s_untilFailure = 0; // 0: none is to fail
+long s_calls = 0;
 
 bool fails() {
+    ++s_calls;
     if (s_untilFailure == 0 || --s_untilFailure > 0)
         return false;
     errno = EIO;
@@ -34,6 +37,21 @@ Function* original(Function* /*own*/, char const* name) {
 template <class Function, class... Arguments>
 int call(Function* own, char const* name, Arguments... arguments) {
     return fails() ? -1 : original(own, name)(arguments...);
+}
+
+/// A name in an open directory, as a path from the root.
+std::string pathOf(int directory, char const* name) {
+    if (directory == AT_FDCWD || name[0] == '/')
+        return name;
+    char path[PATH_MAX];
+    std::string const link = "/proc/self/fd/" + std::to_string(directory);
+    ssize_t const length = readlink(link.c_str(), path, sizeof path);
+    return std::string(path, length > 0 ? static_cast<std::size_t>(length) : 0) + "/" + name;
+}
+
+void tellOfMaking(int directory, char const* name) {
+    if (test::g_afterMaking)
+        test::g_afterMaking(pathOf(directory, name));
 }
 
 /// The streams made here, by their descriptors.
@@ -95,27 +113,42 @@ int open(char const* path, int flags, ...) {
     mode_t const mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     int const result = call(&open, "open", path, flags, mode);
-    if ((flags & O_CREAT) != 0 && test::g_afterMaking)
-        test::g_afterMaking(path);
+    if ((flags & O_CREAT) != 0)
+        tellOfMaking(AT_FDCWD, path);
     return result;
 }
 
 int openat(int directory, char const* path, int flags, ...) {
-    return call(&openat, "openat", directory, path, flags); // the library makes no file this way
+    std::va_list arguments;
+    va_start(arguments, flags);
+    mode_t const mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    int const result = call(&openat, "openat", directory, path, flags, mode);
+    if ((flags & O_CREAT) != 0)
+        tellOfMaking(directory, path);
+    return result;
 }
 
 DIR* opendir(char const* path) { return fails() ? nullptr : original(&opendir, "opendir")(path); }
+DIR* fdopendir(int descriptor) { return fails() ? nullptr : original(&fdopendir, "fdopendir")(descriptor); }
+dirent* readdir(DIR* directory) { return fails() ? nullptr : original(&readdir, "readdir")(directory); }
 int access(char const* path, int mode) noexcept { return call(&access, "access", path, mode); }
 int stat(char const* path, struct stat* status) noexcept {
     return call(static_cast<int (*)(char const*, struct stat*)>(&stat), "stat", path, status);
 }
 int lstat(char const* path, struct stat* status) noexcept { return call(&lstat, "lstat", path, status); }
 int fstat(int descriptor, struct stat* status) noexcept { return call(&fstat, "fstat", descriptor, status); }
-int mkdir(char const* path, mode_t mode) noexcept {
-    int const result = call(&mkdir, "mkdir", path, mode);
-    if (test::g_afterMaking)
-        test::g_afterMaking(path);
+int fstatat(int directory, char const* path, struct stat* status, int flags) noexcept {
+    return call(&fstatat, "fstatat", directory, path, status, flags);
+}
+int mkdir(char const* path, mode_t mode) noexcept { return call(&mkdir, "mkdir", path, mode); }
+int mkdirat(int directory, char const* path, mode_t mode) noexcept {
+    int const result = call(&mkdirat, "mkdirat", directory, path, mode);
+    tellOfMaking(directory, path);
     return result;
+}
+int renameat(int from, char const* oldName, int to, char const* newName) noexcept {
+    return call(&renameat, "renameat", from, oldName, to, newName);
 }
 int rmdir(char const* path) noexcept { return call(&rmdir, "rmdir", path); }
 int unlink(char const* path) noexcept { return call(&unlink, "unlink", path); }
@@ -126,6 +159,8 @@ int unlinkat(int directory, char const* name, int flags) noexcept {
 } // extern "C"
 
 namespace test {
+
+long hostCalls() { return s_calls; }
 
 FailingHostCall::FailingHostCall(long n) { s_untilFailure = n; }
 FailingHostCall::~FailingHostCall() { s_untilFailure = 0; }

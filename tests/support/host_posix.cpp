@@ -14,7 +14,10 @@ namespace test {
 
 namespace fs = std::filesystem;
 
-void chooseCommonDataFolder(fs::path const& directory) { setenv("ZEL_COMMON_DATA", directory.c_str(), 1); }
+void chooseCommonDataFolder(fs::path const& directory) {
+    setenv("ZEL_COMMON_DATA", directory.c_str(), 1);
+    umask(S_IWGRP | S_IWOTH); // what tests make there is closed to others, as the library wants it
+}
 
 fs::path commonDataFolder() { return std::getenv("ZEL_COMMON_DATA"); }
 

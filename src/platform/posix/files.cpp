@@ -24,28 +24,22 @@ struct Opened {
     std::string made;
 };
 
-/// Makes a file where none is. The path comes to stand in the result first: once a file is open, nothing
-/// throws.
-Opened makeFile(std::optional<std::string> hostPath, int flags) {
-    Opened opened;
-    if (hostPath) {
-        opened.made = std::move(*hostPath);
-        opened.descriptor = open(opened.made.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666);
-    }
-    return opened;
-}
-
 /// Opens what is there, whatever its case, before it makes a file of the given name. A link that leads to no
 /// file yet is followed.
-Opened openForWriting(std::string const& path, int disposition) {
-    int const flags = O_WRONLY | disposition | O_CLOEXEC;
+Opened openForWriting(std::string const& path) {
+    constexpr int kFlags = O_WRONLY | O_TRUNC | O_CLOEXEC;
     auto const exact = toHostPath(path);
-    int const existing = exact ? open(exact->c_str(), flags) : -1;
+    int const existing = exact ? open(exact->c_str(), kFlags) : -1;
     if (!exact || existing != -1 || errno != ENOENT)
         return {existing, {}};
     if (auto const matched = matchIgnoringCase(*exact))
-        return {open(matched->c_str(), flags | O_CREAT, 0666), {}};
-    return makeFile(placeIgnoringCase(*exact), disposition);
+        return {open(matched->c_str(), kFlags | O_CREAT, 0666), {}};
+    Opened opened;
+    if (auto place = placeIgnoringCase(*exact)) {
+        opened.made = std::move(*place); // first: once a file is open, nothing throws
+        opened.descriptor = open(opened.made.c_str(), kFlags | O_CREAT, 0666);
+    }
+    return opened;
 }
 
 bool isDirectory(int descriptor) {
@@ -71,7 +65,7 @@ std::FILE* streamOf(Opened const& opened, char const* mode) {
 std::FILE* openStream(std::string const& path, char const* mode) {
     if (mode[0] == 'r')
         return streamOf({openForReading(path), {}}, mode);
-    return streamOf(openForWriting(path, mode[0] == 'a' ? O_APPEND : O_TRUNC), mode);
+    return streamOf(openForWriting(path), mode);
 }
 
 std::int64_t streamLength(std::FILE* stream) {
@@ -84,31 +78,6 @@ bool pathExists(std::string const& path) {
     return withExistingPath(path, [&status](char const* host) { return stat(host, &status); }) == 0;
 }
 
-std::FILE* createStream(std::string const& path) {
-    auto const exact = toHostPath(path);
-    auto const place = exact ? placeIgnoringCase(*exact) : std::nullopt;
-    if (place)
-        unlink(place->c_str()); // mostly there is nothing
-    return streamOf(makeFile(place, O_EXCL), "wb");
-}
-
-std::FILE* overwriteStream(std::string const& path, SeenDirectory& seen) {
-    auto const exact = toHostPath(path);
-    if (!exact)
-        return nullptr;
-    std::size_t const nameStart = exact->rfind('/') + 1; // 0 when there is no separator
-    std::string const directory = exact->substr(0, nameStart);
-    if (seen.path != directory)
-        seen = {directory, foldedEntryNames(directory)};
-    if (!seen.names.insert(folded(exact->substr(nameStart))).second)
-        return openStream(path, "wb");
-    return streamOf(makeFile(placeIgnoringCase(*exact), O_TRUNC), "wb");
-}
-
-void removeFile(std::string const& path) {
-    withExistingPath(path, [](char const* host) { return unlink(host); });
-}
-
 bool changeDirectory(std::string const& path) {
     return withExistingPath(path, [](char const* host) { return chdir(host); }) == 0;
 }
@@ -117,11 +86,11 @@ std::optional<std::string> currentDirectory() {
     char buffer[PATH_MAX];
     if (getcwd(buffer, sizeof buffer) == nullptr)
         return std::nullopt;
-    std::string directory = fromHostPath(buffer);
+    auto path = fromHostPath(buffer);
     // The limit that callers know from the other platform: a directory that works here works there.
-    if (directory.size() > 260)
+    if (path && path->size() > 260)
         return std::nullopt;
-    return directory;
+    return path;
 }
 
 } // namespace Zel::platform

@@ -57,7 +57,9 @@ std::optional<std::string> toHostPath(std::string const& path) {
     return host.empty() ? "/" : host;
 }
 
-std::string fromHostPath(std::string const& hostPath) {
+std::optional<std::string> fromHostPath(std::string const& hostPath) {
+    if (hostPath.find_first_of(":\\") != std::string::npos)
+        return std::nullopt;
     std::string path = "z:" + hostPath;
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
@@ -94,15 +96,6 @@ std::string folded(std::string text) {
         if (character >= 'A' && character <= 'Z')
             character = static_cast<char>(character - 'A' + 'a');
     return text;
-}
-
-std::unordered_set<std::string> foldedEntryNames(std::string const& directory) {
-    std::unordered_set<std::string> names;
-    auto const matched = matchIgnoringCase(directory);
-    Directory const entries = matched ? openDirectory(*matched) : nullptr;
-    while (dirent const* entry = entries ? readdir(entries.get()) : nullptr)
-        names.insert(folded(entry->d_name));
-    return names;
 }
 
 } // namespace Zel::platform

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <sys/types.h>
-#include <unordered_set>
 
 namespace Zel::platform {
 
@@ -13,8 +12,9 @@ namespace Zel::platform {
 /// another drive, for a server, and for a path with a zero byte: those name nothing that exists.
 std::optional<std::string> toHostPath(std::string const& path);
 
-/// The library's path for an absolute path of the host.
-std::string fromHostPath(std::string const& hostPath);
+/// The library's path for an absolute path of the host; nothing when a colon or a backslash in it would lead
+/// elsewhere.
+std::optional<std::string> fromHostPath(std::string const& hostPath);
 
 /// The existing file or directory that `hostPath` names when case is ignored. Component by component, the
 /// exact name comes first, then the first one in byte order that differs in ASCII case alone.
@@ -25,9 +25,6 @@ std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
 
 /// The text with the capitals of ASCII as small letters.
 std::string folded(std::string text);
-
-/// The folded names of what is in a directory, which is found ignoring case; "" is the working directory.
-std::unordered_set<std::string> foldedEntryNames(std::string const& directory);
 
 /// The permissions of a new directory, before the umask. What lies below the machine-wide data folder is
 /// private to the user who runs the program.

@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 #include "platform/posix/paths.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -43,15 +44,26 @@ std::string chosenDataFolder() {
     return home.empty() ? "" : home + "/.local/state";
 }
 
-/// Makes a directory and those above it that are missing.
-bool makeDirectories(std::string const& hostPath) {
+/// Makes the data folder itself and what is missing above it.
+bool makeDataFolder(std::string const& hostPath) {
     if (matchIgnoringCase(hostPath))
         return true;
     std::size_t const separator = hostPath.find_last_of('/');
-    if (separator != std::string::npos && separator > 0 && !makeDirectories(hostPath.substr(0, separator)))
+    if (separator != std::string::npos && separator > 0 && !makeDataFolder(hostPath.substr(0, separator)))
         return false;
     auto const place = placeIgnoringCase(hostPath);
-    return place && (mkdir(place->c_str(), directoryMode(hostPath)) == 0 || errno == EEXIST);
+    return place && (mkdir(place->c_str(), S_IRWXU | S_IRWXG | S_IRWXO) == 0 || errno == EEXIST);
+}
+
+/// Makes the directories of a path below the data folder that are missing, each from the one above.
+bool makeBelow(std::string const& dataFolder, std::string const& subFolder) {
+    Tree tree(dataFolder, Tree::Private);
+    for (std::size_t end = 0; end < subFolder.size();) {
+        end = std::min(subFolder.find('\\', end + 1), subFolder.size());
+        if (tree.makeDirectory(subFolder.substr(0, end)) == Making::Failed)
+            return false;
+    }
+    return true;
 }
 
 constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
@@ -78,20 +90,20 @@ std::optional<std::string> startupDirectory() {
     ssize_t const length = readlink("/proc/self/exe", program, sizeof program);
     if (length <= 0 || static_cast<std::size_t>(length) == sizeof program)
         return std::nullopt;
-    std::string const path = fromHostPath(std::string(program, static_cast<std::size_t>(length)));
-    return path.substr(0, path.rfind('\\') + 1);
+    auto const path = fromHostPath(std::string(program, static_cast<std::size_t>(length)));
+    return path ? std::optional(path->substr(0, path->rfind('\\') + 1)) : std::nullopt;
 }
 
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
     std::string const chosen = chosenDataFolder();
-    auto const below = toHostPath(subFolder);
-    if (chosen.empty() || chosen.find_first_of(":\\") != std::string::npos || !below)
-        return std::nullopt; // no path of the library's can lead below a name with a colon or a backslash
-
-    std::string const folder = absolute(chosen + "/" + *below);
-    if (folder.empty() || (query == FolderQuery::Create && !makeDirectories(folder)))
+    std::string const hostPath = chosen.empty() ? chosen : absolute(chosen);
+    auto const folder = hostPath.empty() ? std::nullopt : fromHostPath(hostPath);
+    if (!folder)
         return std::nullopt;
-    return fromHostPath(folder);
+    std::string const below = subFolder.substr(0, subFolder.find_last_not_of('\\') + 1);
+    if (query == FolderQuery::Create && !(makeDataFolder(hostPath) && makeBelow(*folder, below)))
+        return std::nullopt;
+    return *folder + (folder->ends_with('\\') ? "" : "\\") + below;
 }
 
 std::optional<std::string> computerName() {

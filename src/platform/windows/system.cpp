@@ -1,6 +1,7 @@
 // Folders, names and clocks of the machine on Windows: the shell and the kernel.
 
 #include "platform/platform.h"
+#include "platform/windows/paths.h"
 
 #include <windows.h>
 
@@ -10,6 +11,20 @@
 #include <cstdlib>
 
 namespace Zel::platform {
+namespace {
+
+/// What the shell tells of a sub-folder of a folder with such an id, without a final separator.
+std::optional<std::string> folderPath(std::string const& subFolder, int id) {
+    char path[MAX_PATH] = {};
+    if (FAILED(SHGetFolderPathAndSubDirA(nullptr, id, nullptr, SHGFP_TYPE_CURRENT, subFolder.c_str(), path)))
+        return std::nullopt;
+    std::string result = path;
+    if (result.ends_with('\\'))
+        result.pop_back();
+    return result;
+}
+
+} // namespace
 
 std::optional<std::string> startupDirectory() {
     char program[260];
@@ -30,17 +45,13 @@ std::optional<std::string> startupDirectory() {
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
     static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE) == 0x8023);
     static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY) == 0x4023);
-    int const folder =
-        CSIDL_COMMON_APPDATA | (query == FolderQuery::Create ? CSIDL_FLAG_CREATE : CSIDL_FLAG_DONT_VERIFY);
-
-    char path[MAX_PATH] = {};
-    if (FAILED(
-            SHGetFolderPathAndSubDirA(nullptr, folder, nullptr, SHGFP_TYPE_CURRENT, subFolder.c_str(), path)))
+    auto const path = folderPath(subFolder, CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY);
+    if (!path || query == FolderQuery::Locate)
+        return path;
+    std::size_t const below = subFolder.size() - (subFolder.ends_with('\\') ? 1 : 0);
+    if (leadsThroughLink(*path, path->size() - below))
         return std::nullopt;
-    std::string result = path;
-    if (result.ends_with('\\'))
-        result.pop_back();
-    return result;
+    return folderPath(subFolder, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE);
 }
 
 std::optional<std::string> computerName() {

@@ -1,0 +1,273 @@
+// What lies below the machine-wide data folder is private: whatever others put there, or in the way of an
+// extraction, leads nowhere.
+
+#include "support/host_calls.h"
+#include "support/other_process.h"
+#include "support/program_test.h"
+#include "support/temporary_test.h"
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <map>
+#include <sys/stat.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Zel::Archive;
+using Zel::File;
+
+class PosixPrivateTest : public test::TemporaryTest {
+protected:
+    PosixPrivateTest() : m_usual(test::commonDataFolder()) { test::chooseCommonDataFolder(path("data")); }
+    ~PosixPrivateTest() override { test::chooseCommonDataFolder(m_usual); }
+
+    /// Files that somebody else has, in a directory that may be taken for ours.
+    void writeForeignFiles() const {
+        for (char const* name : {"temp/tmp_1/file", "temp/tmp_1/maps/a.bin", "tmp_1/maps/a.bin"})
+            writeFile(std::string("outside/") + name, "mine");
+    }
+    void expectForeignFiles(std::string const& fact) const {
+        for (char const* name : {"temp/tmp_1/file", "temp/tmp_1/maps/a.bin", "tmp_1/maps/a.bin"})
+            EXPECT_EQ(readFile(std::string("outside/") + name), "mine") << fact;
+        EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("outside")), {}), 8) << fact;
+    }
+
+private:
+    fs::path m_usual;
+};
+
+TEST_F(PosixPrivateTest, ATemporaryRootThatOthersCanReachIsLeftAlone) {
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
+    fs::path const ours = path("data/Brisvane");
+    bool const isRoot = geteuid() == 0;
+    struct {
+        char const* fact;
+        std::function<void()> plant;
+        bool canBePlanted = true;
+    } const cases[] = {
+        {"a link as Brisvane",
+         [&] {
+             fs::create_directory_symlink(path("outside"), ours);
+         }},
+        {"a link in capitals",
+         [&] {
+             fs::create_directory_symlink(path("outside"), path("data/BRISVANE"));
+         }},
+        {"a link as temp",
+         [&] {
+             fs::create_directory(ours);
+             fs::create_directory_symlink(path("outside/temp"), ours / "temp");
+         }},
+        {"others may write Brisvane",
+         [&] {
+             fs::rename(path("outside"), ours);
+             fs::create_directory_symlink(ours, path("outside"));
+             fs::permissions(ours, fs::perms::all);
+         }},
+        {"a group may write temp",
+         [&] {
+             fs::rename(path("outside"), ours);
+             fs::create_directory_symlink(ours, path("outside"));
+             fs::permissions(ours / "temp", fs::perms::owner_all | fs::perms::group_all);
+         }},
+        {"temp belongs to somebody else",
+         [&] {
+             fs::rename(path("outside"), ours);
+             fs::create_directory_symlink(ours, path("outside"));
+             ASSERT_EQ(chown((ours / "temp").c_str(), 65534, 65534), 0);
+         },
+         isRoot},
+    };
+    for (auto const& [fact, plant, canBePlanted] : cases) {
+        if (!canBePlanted)
+            continue;
+        fs::remove_all(path("outside"));
+        fs::remove_all(path("data"));
+        fs::create_directory(path("data"));
+        writeForeignFiles();
+        plant();
+        EXPECT_EQ(File::getTmpDir(), "") << fact;
+        std::string name = "maps/a.bin";
+        EXPECT_FALSE(File::extractFile(name)) << fact;
+        File().forced_cleanup();
+        EXPECT_TRUE(File::sm_extractedFiles.empty()) << fact;
+        expectForeignFiles(fact);
+    }
+}
+
+TEST_F(PosixPrivateTest, TheWayToTheDataFolderIsTheUsersChoice) {
+    fs::create_directories(path("elsewhere/brisvane"));
+    fs::permissions(path("elsewhere"), fs::perms::all);
+    fs::permissions(path("elsewhere/brisvane"), static_cast<fs::perms>(0755));
+    fs::create_directory_symlink("elsewhere", path("data"));
+    std::string const directory = File::getTmpDir();
+    EXPECT_TRUE(directory.starts_with(test::libraryPath(path("data")) + "\\Brisvane\\temp\\")) << directory;
+    EXPECT_FALSE(fs::is_empty(path("elsewhere/brisvane/temp"))) << "found whatever its case";
+    EXPECT_TRUE(test::isPrivate(path("elsewhere/brisvane/temp")));
+    File::cleanup();
+    EXPECT_TRUE(fs::is_empty(path("elsewhere/brisvane/temp")));
+    EXPECT_NE(File::getTmpDir(), "");
+    File().forced_cleanup();
+    EXPECT_TRUE(fs::is_empty(path("elsewhere/brisvane")));
+}
+
+TEST_F(PosixPrivateTest, CleanupRemovesNothingThroughALinkAboveWhatWasRecorded) {
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
+    for (char const* swapped : {"data/Brisvane", "data/Brisvane/temp"}) {
+        File::setUniquePathNames(0);
+        writeForeignFiles();
+        std::string dir = "maps";
+        EXPECT_TRUE(File::extractDirectory(dir));
+        fs::rename(path(swapped), path("moved"));
+        fs::create_directory_symlink(path("outside"), path(swapped));
+        File::cleanup();
+        expectForeignFiles(swapped);
+        EXPECT_TRUE(File::sm_extractedFiles.empty());
+        fs::remove(path(swapped));
+        fs::remove_all(path("moved"));
+    }
+}
+
+class PosixRaceTest : public PosixPrivateTest {
+protected:
+    PosixRaceTest() {
+        for (char const letter : std::string("abcdefgh")) {
+            for (std::string const directory : {"", "sub\\"}) {
+                m_entries.emplace_back("maps\\" + directory + letter, "x");
+                writeFile("outside/" + std::string(directory.empty() ? "" : "sub/") + letter, "mine");
+            }
+        }
+    }
+
+    /// Extracts many times while somebody puts a link in the place of a directory, and that back again.
+    void race(int attempts, fs::path const& directory, std::function<void()> const& extract,
+              std::function<void()> const& tidyUp) const {
+        test::Swapper const swapper(directory, path("link"));
+        for (; attempts > 0; --attempts) {
+            fs::remove_all(path("link"));
+            fs::create_directory_symlink(path("outside"), path("link"));
+            swapper.run();
+            extract();
+            swapper.wait();
+            tidyUp();
+        }
+        for (auto const& entry : fs::recursive_directory_iterator(path("outside")))
+            EXPECT_TRUE(entry.is_directory() || entry.file_size() == 4) << entry.path();
+        EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("outside")), {}), 17);
+    }
+
+    test::Entries m_entries;
+};
+
+TEST_F(PosixRaceTest, ATemporaryExtractionTouchesNothingOutside) {
+    Archive const archive(packArchive("a.bva", m_entries));
+    File::setUniquePathNames(0);
+    race(
+        300, temporaryRoot() / "tmp_1/maps",
+        [] {
+            std::string dir = "maps";
+            try {
+                File::extractDirectory(dir);
+            } catch (Zel::FileException const&) { // as when a full disk refuses a file
+            }
+            File::cleanup();
+        },
+        [] { File().forced_cleanup(); });
+}
+
+TEST_F(PosixRaceTest, ZelExtractTouchesNothingOutside) {
+    packArchive("a.bva", m_entries);
+    fs::current_path(path("."));
+    race(
+        100, path("out/maps"),
+        [] {
+            std::stringstream streams;
+            File::sm_datadir = Zel::Path();
+            zel::run({"extract", "a.bva", "out"}, {streams, streams, streams});
+        },
+        [this] { fs::remove_all(path("out")); });
+}
+
+/// Entries in directories of many shapes.
+using Shape = test::Entries (*)(int count);
+
+test::Entries manyDirectories(int count) {
+    test::Entries entries;
+    for (int i = 0; i < count; ++i)
+        entries.emplace_back("d\\" + std::to_string(i) + "\\f", "x");
+    return entries;
+}
+
+test::Entries aDeepDirectory(int count) {
+    test::Entries entries;
+    std::string directory = "d\\";
+    for (int i = 0; i < count; ++i)
+        directory += "c\\";
+    for (int i = 0; i < count; ++i)
+        entries.emplace_back(directory + std::to_string(i), "x");
+    return entries;
+}
+
+test::Entries oneDirectoryInManySpellings(int count) {
+    test::Entries entries;
+    for (int i = 0; i < count; ++i) {
+        std::string directory = "abcdefghij";
+        for (std::size_t letter = 0; letter < directory.size(); ++letter)
+            directory[letter] =
+                static_cast<char>(directory[letter] - ((i >> letter) % 2 == 1 ? 'a' - 'A' : 0));
+        entries.emplace_back("d\\" + directory + "\\" + std::to_string(i), "x");
+    }
+    return entries;
+}
+
+class PosixGrowthTest : public PosixPrivateTest {
+protected:
+    /// The calls to the host of each way to extract and to remove.
+    std::map<std::string, long> callsFor(test::Entries const& entries) const {
+        std::string const destination = test::libraryPath(path("out")) + "\\";
+        fs::create_directory(path("out"));
+        std::map<std::string, long> calls;
+        {
+            Archive const archive(packArchive("a.bva", entries));
+            std::string dir = "d";
+            calls["temporary"] = callsOf([&] { EXPECT_TRUE(File::extractDirectory(dir)); });
+            calls["cleanup"] = callsOf([] { File::cleanup(); });
+            EXPECT_TRUE(fs::is_empty(temporaryRoot()));
+            for (char const* what : {"permanent", "permanent again"}) {
+                dir = "d";
+                calls[what] =
+                    callsOf([&] { EXPECT_TRUE(File::extractDirectoryPermanent(dir, destination)); });
+            }
+            calls["forced removal"] = callsOf([&] { File().forced_remove_directory(destination.c_str()); });
+            EXPECT_FALSE(fs::exists(path("out")));
+        }
+        fs::current_path(path("."));
+        std::stringstream streams;
+        calls["zel extract"] = callsOf([&] {
+            zel::run({"extract", "a.bva", "zel"}, {streams, streams, streams});
+        });
+        EXPECT_THAT(streams.str(), testing::HasSubstr("extracted " + std::to_string(entries.size()) + " of"));
+        fs::remove_all(path("zel"));
+        return calls;
+    }
+
+private:
+    static long callsOf(std::function<void()> const& act) {
+        long const before = test::hostCalls();
+        act();
+        return test::hostCalls() - before;
+    }
+};
+
+TEST_F(PosixGrowthTest, ExtractionAndRemovalAskTheHostInProportion) {
+    for (Shape const shape : {manyDirectories, aDeepDirectory, oneDirectoryInManySpellings}) {
+        auto const once = callsFor(shape(100));
+        for (auto const& [what, calls] : callsFor(shape(200))) {
+            EXPECT_GT(calls, 200) << what;
+            EXPECT_LE(calls, once.at(what) * 22 / 10) << what << ' ' << shape(1).front().first;
+        }
+    }
+}
+
+} // namespace
