@@ -4,9 +4,11 @@
 #include "scratch.h"
 
 #include <benchmark/benchmark.h>
+#include <bit>
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <string_view>
 #include <vector>
 #include <zel/zel.h>
 
@@ -112,6 +114,79 @@ void script_parse_peer_libconfig(benchmark::State& state) {
 }
 BENCHMARK(script_parse_peer_libconfig)->Arg(50 << 10)->Unit(benchmark::kMicrosecond);
 #endif
+
+/// Parses a script of so many blocks, and seeks as many that are not there.
+void measureNames(benchmark::State& state, std::string const& fileName) {
+    for ([[maybe_unused]] auto _ : state) {
+        Zel::Script const script(fileName);
+        for (std::int64_t i = 0; i < state.range(0); ++i)
+            benchmark::DoNotOptimize(script.hasBlock("0"));
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// Blocks that all have one name.
+void script_equal_names(benchmark::State& state) {
+    std::ofstream script(bench::scratch() / "equal.script", std::ios::binary);
+    for (std::int64_t i = 0; i < state.range(0); ++i)
+        script << "[a]";
+    script.close();
+    measureNames(state, "equal.script");
+}
+BENCHMARK(script_equal_names)->Arg(100'000)->Arg(200'000)->Unit(benchmark::kMillisecond);
+
+/// Blocks whose names all fall on one slot of a hash table of 1.5 times as many, with those that are sought.
+void script_worst_names(benchmark::State& state) {
+    auto const count = static_cast<std::size_t>(state.range(0));
+    std::size_t const mask = std::bit_ceil(count + count / 2 + 1) - 1;
+    auto const slotOf = [mask](std::string const& name) {
+        return std::hash<std::string_view>()(name) & mask;
+    };
+    std::ofstream script(bench::scratch() / "worst.script", std::ios::binary);
+    std::size_t found = 0;
+    for (std::size_t i = 1; found < count; ++i) {
+        std::string const name = std::to_string(i);
+        if (slotOf(name) != slotOf("0"))
+            continue;
+        script << '[' << name << ']';
+        ++found;
+    }
+    script.close();
+    measureNames(state, "worst.script");
+}
+BENCHMARK(script_worst_names)->Arg(4'000)->Arg(8'000)->Unit(benchmark::kMillisecond);
+
+/// Files that include one another in a row.
+void script_deep_includes(benchmark::State& state) {
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        std::ofstream file(bench::scratch() / ("d" + std::to_string(i)), std::ios::binary);
+        file << (i + 1 < state.range(0) ? "#include d" + std::to_string(i + 1) : "[a]") << "\n\n";
+    }
+    for ([[maybe_unused]] auto _ : state)
+        benchmark::DoNotOptimize(Zel::Script("d0"));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(script_deep_includes)->Arg(5'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+
+/// Variables of one block, each read by its name.
+void script_many_variables(benchmark::State& state) {
+    std::ofstream file(bench::scratch() / "variables.script", std::ios::binary);
+    std::vector<std::string> names;
+    file << "[a]\n";
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        names.push_back("variable" + std::to_string(i));
+        file << names.back() << " = 1;\n";
+    }
+    file.close();
+    for ([[maybe_unused]] auto _ : state) {
+        Zel::Script script("variables.script");
+        script.lock("a");
+        for (std::string const& name : names)
+            benchmark::DoNotOptimize(script.getInt(name));
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(script_many_variables)->Arg(100'000)->Arg(200'000)->Unit(benchmark::kMillisecond);
 
 /// Names of blocks in an order that does not follow the text.
 std::vector<std::string> blockNames(int count) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 #include <zel/api.h>
@@ -55,11 +54,12 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_CommentNotTerminated, ScriptPr
 /// A byte from 0x80 on, other than 0xAE.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_InvalidCharacter, ScriptPreprocessorException,
                       int character, char const* fileName, int line);
-/// An "#include" of a file that is being included already.
+/// An "#include" of a file that is being included already, and inside itself again: so its own errors come
+/// first.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocessorException,
                       char const* included, char const* fileName, int line);
-/// Includes and macros that make more of a few lines than any script needs: more than 20,000 inclusions, or
-/// more than 128 MiB of text.
+/// Includes and macros that make more of a few lines than any script needs: what is held or done for a script
+/// and the files that it includes would pass 64 MiB and 256 times their bytes, each file counted once.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
                       int line);
 
@@ -68,7 +68,7 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorEx
 /// parent.
 ///
 /// Copies share one tree, which lives as long as any of them, and each has a cursor of its own. References
-/// that queries return are valid as long as the tree. One thread uses a Script at a time.
+/// that queries return are valid as long as the tree. One thread uses a Script and its copies at a time.
 class ZEL_API Script {
 public:
     enum VarType : std::int32_t {
@@ -100,7 +100,7 @@ public:
     /// the cursor stands on ROOT. Throws ScriptException_SyntaxError, _UnexpectedEndOfFile,
     /// _BracketCountMismatch and _InvalidInterval, the preprocessor's exceptions, and those of opening and
     /// reading a File.
-    explicit Script(std::string const& fileName);
+    Script(std::string const& fileName);
     Script(Script const& other);
     Script& operator=(Script const& other);
     virtual ~Script();
@@ -176,7 +176,7 @@ private:
     Value const& valueOr(std::string const& name, Value const& defaultValue) const;
 
     std::string m_fileName;
-    std::shared_ptr<Tree const> m_tree;
+    Tree* m_tree; // counts the scripts that share it
     Block const* m_current;
 };
 

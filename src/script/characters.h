@@ -14,20 +14,23 @@ enum CharacterKind : std::uint8_t {
     kUnderscore = 4,
     kPlain = 8,   ///< nothing to the preprocessor: no letter, and none of " / # CR LF, zero and 0x80 to 0xFF
     kQuoted = 16, ///< nothing to anybody between two quotes: none of " CR LF, zero and 0x80 to 0xFF
-    kValueMark = 32 ///< what values hold beside words, but for what begins an interval or a string
+    kValueMark = 32, ///< what values hold beside words, but for what begins an interval or a string
+    kCommented = 64  ///< nothing inside a comment: none of * / and 0x80 to 0xFF; line feeds are
 };
 
 inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
     std::array<std::uint8_t, 256> kinds{};
-    for (int i = 1; i < 0x80; ++i) {
+    for (int i = 0; i < 0x80; ++i) {
         bool const isDigit = i >= '0' && i <= '9';
         bool const isLetter = (i >= 'A' && i <= 'Z') || (i >= 'a' && i <= 'z');
-        bool const isQuoted = i != '"' && i != '\r' && i != '\n';
+        bool const isQuoted = i != '"' && i != '\r' && i != '\n' && i != '\0';
         bool const isValueMark = i == '.' || i == ',' || i == '(' || i == ')' || i == '-' || i == ']';
+        bool const isCommented = i != '*' && i != '/';
         bool const isPlain = isQuoted && !isLetter && i != '_' && i != '/' && i != '#';
         kinds[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
             (isDigit ? kDigit : 0) | (isLetter ? kLetter : 0) | (i == '_' ? kUnderscore : 0) |
-            (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0) | (isValueMark ? kValueMark : 0));
+            (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0) | (isValueMark ? kValueMark : 0) |
+            (isCommented ? kCommented : 0));
     }
     return kinds;
 }();

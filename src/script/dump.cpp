@@ -11,8 +11,7 @@ namespace Zel {
 namespace {
 
 template <class Block>
-void dumpHead(Block const& block, std::size_t depth) {
-    std::string const indent(2 * depth, ' ');
+void dumpHead(Block const& block, std::string const& indent) {
     verbose("%s[%s]\n", indent.c_str(), block.name.c_str());
     for (auto const* variable = block.firstVariable; variable != nullptr; variable = variable->next)
         verbose("%s%s = %s (type %d)\n", indent.c_str(), std::string(variable->name()).c_str(),
@@ -28,11 +27,13 @@ void Script::dump() {
         std::size_t nextChild = 0;
     };
     std::vector<Visit> visits{{&current()}};
+    std::string indent;
     for (;;) {
         Visit& visit = visits.back();
         if (visit.nextChild < visit.block->children.size()) {
             Block const* const child = visit.block->children[visit.nextChild++];
-            dumpHead(*child, visits.size() - 1);
+            indent.resize(2 * (visits.size() - 1), ' ');
+            dumpHead(*child, indent);
             visits.push_back({child});
         } else {
             visits.pop_back();

@@ -10,10 +10,26 @@
 namespace Zel {
 
 Script::Parser::Parser(std::string const& fileName)
-    : m_fileName(fileName), m_source(fileName), m_tree(std::make_shared<Tree>()) {}
+    : m_fileName(fileName),
+      m_tree(std::make_unique<Tree>()),
+      m_source(fileName, m_tree->budget),
+      m_levels(&m_tree->budget),
+      m_header(&m_tree->budget),
+      m_value(&m_tree->budget) {}
 
-std::shared_ptr<Script::Tree const> Script::Parser::parse() {
-    m_tree->blocks.push_back({"ROOT", nullptr, {}});
+std::unique_ptr<Script::Tree> Script::Parser::parse() {
+    try {
+        m_tree->addBlock("ROOT", nullptr);
+        parseText();
+        for (Block& block : m_tree->blocks)
+            block.index(*m_tree);
+    } catch (Budget::Exceeded const&) {
+        throw ScriptPreprocessorException_TooLarge(m_source.getFileName().c_str(), m_source.getLine());
+    }
+    return std::move(m_tree);
+}
+
+void Script::Parser::parseText() {
     while (auto const character = peekCharacter()) {
         if (*character == '[')
             parseTopLevelBlock();
@@ -24,9 +40,6 @@ std::shared_ptr<Script::Tree const> Script::Parser::parse() {
     }
     if (m_braceCount != 0)
         throw ScriptException_BracketCountMismatch(m_fileName.c_str(), "{ }");
-    for (Block& block : m_tree->blocks)
-        block.indexChildren();
-    return m_tree;
 }
 
 /// The next character that is no line break: those never count, not even inside quotes.
@@ -64,21 +77,20 @@ void Script::Parser::parseTopLevelBlock() {
 }
 
 void Script::Parser::openBlock(Block& parent) {
-    m_tree->blocks.push_back({readHeader(), &parent, {}});
-    parent.children.push_back(&m_tree->blocks.back());
-    m_levels.emplace_back(m_tree->blocks.back());
+    readHeader();
+    m_levels.push_back({&m_tree->addBlock(m_header, &parent), std::pmr::string(&m_tree->budget)});
 }
 
 /// The name between brackets; no blanks are allowed there.
-std::string Script::Parser::readHeader() {
+void Script::Parser::readHeader() {
     readCharacter(); // the bracket that the caller has seen
-    std::string name;
+    m_header.clear();
     for (char character = readCharacter(); character != ']'; character = readCharacter()) {
         if (!isOfKind(character, kWord))
             throwSyntaxError();
-        name += character;
+        m_header += character;
+        m_header += m_source.takeRun(kWord);
     }
-    return name;
 }
 
 void Script::Parser::handleCharacter(char character) {
@@ -192,17 +204,16 @@ void Script::Parser::closeBrace() {
     m_inValue = false; // Meant: an assignment that a brace cuts off is dropped.
 }
 
-void Script::Parser::addVariable(Block& block, std::string const& name) {
-    bool const isString = m_value.starts_with('"');
-    ScriptValue const value = typedValue(name);
-    StoredVariable& variable = newVariable(name, isString ? std::string() : m_value, value);
-    (block.lastVariable != nullptr ? block.lastVariable->next : block.firstVariable) = &variable;
-    block.lastVariable = &variable;
+void Script::Parser::addVariable(Block& block, std::pmr::string const& name) {
+    std::string_view const text = m_value.starts_with('"') ? std::string_view() : m_value;
+    block.append(newVariable(name, text, typedValue(name)));
 }
 
-ScriptValue Script::Parser::typedValue(std::string const& name) {
-    if (m_value.starts_with('"'))
+ScriptValue Script::Parser::typedValue(std::pmr::string const& name) {
+    if (m_value.starts_with('"')) {
+        m_tree->budget.hold(m_value.size());
         return &m_tree->strings.emplace_back(decodeEscapes(std::string_view(m_value).substr(1)));
+    }
     auto const value = parseValue(m_value);
     if (!value)
         throwSyntaxError();
@@ -213,7 +224,7 @@ ScriptValue Script::Parser::typedValue(std::string const& name) {
     return *value;
 }
 
-Script::StoredVariable& Script::Parser::newVariable(std::string const& name, std::string const& text,
+Script::StoredVariable& Script::Parser::newVariable(std::string_view name, std::string_view text,
                                                     ScriptValue const& value) {
     auto* const characters = static_cast<char*>(m_tree->characters.allocate(name.size() + text.size(), 1));
     std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), characters));

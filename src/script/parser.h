@@ -5,8 +5,10 @@
 #include "script/tree.h"
 
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Zel {
@@ -18,26 +20,25 @@ public:
     explicit Parser(std::string const& fileName);
 
     /// The whole tree. Throws the exceptions of Script's constructor.
-    std::shared_ptr<Tree const> parse();
+    std::unique_ptr<Tree> parse();
 
 private:
     /// A block whose end has not been read.
     struct Level {
-        explicit Level(Block& openedBlock) : block(&openedBlock) {}
-
         Block* block;
+        std::pmr::string name; // of the variable being read
         bool expectingName = true;
         bool hasBraces = false;
-        std::string name; // of the variable being read
     };
 
     std::optional<char> peekCharacter();
     char readCharacter();
     [[noreturn]] void throwSyntaxError() const;
 
+    void parseText();
     void parseTopLevelBlock();
     void openBlock(Block& parent);
-    std::string readHeader();
+    void readHeader();
     void handleCharacter(char character);
     void handleQuote();
     void handleWordCharacter(char character);
@@ -48,15 +49,16 @@ private:
     void handleOpeningBracket();
     void openBrace();
     void closeBrace();
-    void addVariable(Block& block, std::string const& name);
-    ScriptValue typedValue(std::string const& name);
-    StoredVariable& newVariable(std::string const& name, std::string const& text, ScriptValue const& value);
+    void addVariable(Block& block, std::pmr::string const& name);
+    ScriptValue typedValue(std::pmr::string const& name);
+    StoredVariable& newVariable(std::string_view name, std::string_view text, ScriptValue const& value);
 
     std::string m_fileName;
+    std::unique_ptr<Tree> m_tree; // and with it the budget of all others
     ScriptPreprocessor m_source;
-    std::shared_ptr<Tree> m_tree;
-    std::vector<Level> m_levels; // the last is being read
-    std::string m_value;
+    std::pmr::vector<Level> m_levels; // the last is being read
+    std::pmr::string m_header;
+    std::pmr::string m_value;
     bool m_inValue = false;
     bool m_inQuotes = false;
     int m_braceCount = 0;

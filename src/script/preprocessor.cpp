@@ -4,6 +4,7 @@
 
 #include "file/names.h"
 
+#include <algorithm>
 #include <utility>
 #include <zel/file.h>
 #include <zel/script.h>
@@ -12,19 +13,24 @@ namespace Zel {
 namespace {
 
 constexpr int kEnd = -1; // what reading past the end of a file gives
-// A few lines can ask for any number of inclusions, and for any length: each may double what the last has
-// made.
-constexpr std::size_t kMostInclusions = 20'000;
-constexpr std::size_t kLargestExpansion = 128 << 20;
 
-constexpr std::size_t kNoIncluder = static_cast<std::size_t>(-1);
+// What takes as long as reading so many bytes.
+constexpr std::size_t kInclusionWork = 256;
+constexpr std::size_t kDirectiveWork = 64;
+
+// A file that is included while it is being read has its own errors told, which come up when it is read for
+// the second time. From then on nothing can be new.
+constexpr int kMostEntries = 2;
+
+constexpr std::size_t kMostWords = 3; // that any directive takes, with its keyword
 
 int lineOf(std::uint64_t line) { return static_cast<int>(line); }
 
-/// The words of a directive's line: what blanks and tabs part.
+/// The first words of a directive's line: what blanks and tabs part.
 std::vector<std::string> splitWords(std::string const& text) {
     std::vector<std::string> words;
-    for (std::size_t begin = text.find_first_not_of(" \t"); begin != std::string::npos;) {
+    for (std::size_t begin = text.find_first_not_of(" \t");
+         begin != std::string::npos && words.size() < kMostWords;) {
         std::size_t const end = text.find_first_of(" \t", begin);
         words.push_back(text.substr(begin, end - begin));
         begin = text.find_first_not_of(" \t", end);
@@ -41,22 +47,39 @@ std::string readWhole(std::string const& name) {
 
 } // namespace
 
-ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName) {
-    pushFile(fileName, kNoIncluder);
+ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName, Budget& budget)
+    : m_budget(budget), m_output(&budget) {
+    pushFile(sourceOf(fileName));
     m_output.reserve(m_frames.back().text.size() * 5 / 4); // room for most line markers
-    run();
+    try {
+        run();
+    } catch (Budget::Exceeded const&) {
+        throwTooLarge(place());
+    }
+    m_names.clear();
+    m_sources.clear();
+    m_macros.clear();
 }
 
 // Reading sources.
 
-void ScriptPreprocessor::pushFile(std::string const& name, std::size_t includer) {
-    std::string text = readWhole(name);
-    m_inclusions.push_back({name, fileNumber(name), includer});
-    m_frames.push_back({std::move(text), 0, 1, m_inclusions.size() - 1});
+/// The file of that name, read if it has not been.
+ScriptPreprocessor::NamedSource const& ScriptPreprocessor::sourceOf(std::string const& name) {
+    auto const known = m_names.find(name);
+    if (known != m_names.end())
+        return *known;
+    auto const [source, isNew] = m_sources.try_emplace(resolveName(name));
+    if (isNew) {
+        source->second.text = readWhole(name);
+        m_budget.addFile(source->second.text.size());
+    }
+    return *m_names.emplace(name, &source->second).first;
 }
 
-std::size_t ScriptPreprocessor::fileNumber(std::string const& name) {
-    return m_fileNumbers.emplace(resolveName(name), m_fileNumbers.size()).first->second;
+void ScriptPreprocessor::pushFile(NamedSource const& source) {
+    m_frames.push_back({&source.first, source.second->text, 0, 1, m_chain.size()});
+    m_chain.push_back(source.second);
+    ++source.second->entries;
 }
 
 /// The byte at that distance in the file being read, never looking into the file that included it.
@@ -68,7 +91,7 @@ int ScriptPreprocessor::peekSource(std::size_t offset) const {
         return kEnd;
     auto const byte = static_cast<unsigned char>(frame.text[frame.position + offset]);
     if (byte >= 0x80 && byte != 0xAE)
-        throw ScriptPreprocessorException_InvalidCharacter(byte, nameAt(place()), lineOf(frame.line));
+        throw ScriptPreprocessorException_InvalidCharacter(byte, frame.name->c_str(), lineOf(frame.line));
     return byte;
 }
 
@@ -101,16 +124,16 @@ std::string_view ScriptPreprocessor::readRun(int kinds) {
     std::size_t const begin = frame.position;
     while (frame.position < frame.text.size() && isOfKind(frame.text[frame.position], kinds))
         ++frame.position;
-    return std::string_view(frame.text).substr(begin, frame.position - begin);
+    return frame.text.substr(begin, frame.position - begin);
 }
 
 ScriptPreprocessor::Place ScriptPreprocessor::place() const {
     SourceFrame const& frame = m_frames.back();
-    return {frame.line, frame.inclusion};
+    return {frame.line, frame.name};
 }
 
-char const* ScriptPreprocessor::nameAt(Place const& place) const {
-    return m_inclusions[place.inclusion].name.c_str();
+void ScriptPreprocessor::throwTooLarge(Place const& place) {
+    throw ScriptPreprocessorException_TooLarge(place.name->c_str(), lineOf(place.line));
 }
 
 // Expanding.
@@ -156,7 +179,7 @@ void ScriptPreprocessor::copyStringLiteral() {
             emitRun(readRun(kQuoted));
         value = readSource();
         if (value == kEnd && m_frames.empty())
-            throw ScriptException_UnexpectedEndOfFile(nameAt(start));
+            throw ScriptException_UnexpectedEndOfFile(start.name->c_str());
         // Meant: the byte is taken as signed, so 0xAE, allowed as it is, vanishes from literals.
         emit(static_cast<signed char>(value));
     } while (value != '"');
@@ -185,10 +208,25 @@ void ScriptPreprocessor::skipBlockComment() {
         } else if (previous == '*' && value == '/') {
             value = readSource();
             --depth;
+        } else if (value != kEnd) {
+            readSame(value);
         }
         if (depth > 0 && value == kEnd)
-            throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), nameAt(start));
+            throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), start.name->c_str());
     }
+}
+
+/// Reads what may follow that character in a comment and changes nothing: more of the same `*` or `/`, or
+/// what stands before the next of these.
+void ScriptPreprocessor::readSame(int character) {
+    SourceFrame& frame = m_frames.back();
+    std::string_view const rest = frame.text.substr(frame.position);
+    bool const isMark = character == '*' || character == '/';
+    std::size_t length =
+        isMark ? std::min(rest.find_first_not_of(static_cast<char>(character)), rest.size()) : 0;
+    for (; !isMark && length < rest.size() && isOfKind(rest[length], kCommented); ++length)
+        frame.line += rest[length] == '\n' ? 1 : 0;
+    frame.position += length;
 }
 
 /// Macros replace whole words, once: the replacement is not looked through again.
@@ -197,7 +235,6 @@ void ScriptPreprocessor::expandIdentifier() {
     auto const macro = m_macros.find(word);
     if (macro == m_macros.end())
         return emitRun(word);
-    refuseGrowth(place());
     emitString(macro->second);
 }
 
@@ -205,19 +242,25 @@ void ScriptPreprocessor::expandIdentifier() {
 
 void ScriptPreprocessor::handleDirective() {
     Place const start = place();
+    std::size_t const depth = m_frames.back().depth;
     advanceSource();
     while (peekSource(0) == ' ' || peekSource(0) == '\t' || peekSource(0) == '\0')
         advanceSource();
     std::string text;
-    for (int value = readSource(); value != '\n' && value != kEnd; value = readSource()) {
-        if (value != '\r')
+    for (int value = 0; value != '\n' && value != kEnd;) {
+        if (!m_frames.empty())
+            text += readRun(kQuoted);
+        value = readSource();
+        if (value != '\n' && value != kEnd && value != '\r')
             text += static_cast<char>(value);
     }
 
     // Meant: behind a line feed that is the next line. Where no file is left, the directive's own place
     // serves.
     Place const reported = m_frames.empty() ? start : place();
-    Directive const directive{splitWords(text), reported, start.inclusion};
+    Directive const directive{splitWords(text), reported, depth};
+    if (!m_budget.spend(kDirectiveWork))
+        throwTooLarge(reported);
     std::string const keyword = text.substr(0, text.find_first_of(" \t"));
     if (keyword == "include")
         include(directive);
@@ -226,14 +269,15 @@ void ScriptPreprocessor::handleDirective() {
     else if (keyword == "undef")
         undefine(directive);
     else
-        throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), nameAt(reported),
+        throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), reported.name->c_str(),
                                                            lineOf(reported.line));
 }
 
 void ScriptPreprocessor::requireWords(Directive const& directive, std::size_t count) const {
     if (directive.words.size() < count)
-        throw ScriptPreprocessorException_MissingArgument(
-            directive.words.front().c_str(), nameAt(directive.reported), lineOf(directive.reported.line));
+        throw ScriptPreprocessorException_MissingArgument(directive.words.front().c_str(),
+                                                          directive.reported.name->c_str(),
+                                                          lineOf(directive.reported.line));
 }
 
 /// The included file is read whole before the rest of this one: it becomes the frame being read.
@@ -244,25 +288,20 @@ void ScriptPreprocessor::include(Directive const& directive) {
         name.erase(0, 1);
     if (name.ends_with('"'))
         name.pop_back();
-    refuseLoop(name, directive);
-    refuseGrowth(directive.reported);
-    pushFile(name, directive.inclusion);
+    NamedSource const& source = sourceOf(name);
+    leaveChainBelow(directive.depth);
+    if (source.second->entries == kMostEntries)
+        throw ScriptPreprocessorException_IncludeLoop(name.c_str(), directive.reported.name->c_str(),
+                                                      lineOf(directive.reported.line));
+    if (!m_budget.spend(kInclusionWork + source.second->text.size()))
+        throwTooLarge(directive.reported);
+    pushFile(source);
 }
 
-/// A file that is included while it is being read would be read for ever: nothing can make it end otherwise.
-void ScriptPreprocessor::refuseLoop(std::string const& name, Directive const& directive) {
-    std::size_t const file = fileNumber(name);
-    for (std::size_t i = directive.inclusion; i != kNoIncluder; i = m_inclusions[i].includer) {
-        if (m_inclusions[i].file == file)
-            throw ScriptPreprocessorException_IncludeLoop(name.c_str(), nameAt(directive.reported),
-                                                          lineOf(directive.reported.line));
-    }
-}
-
-/// To be asked before something is put in that the file itself does not hold.
-void ScriptPreprocessor::refuseGrowth(Place const& reported) const {
-    if (m_output.size() > kLargestExpansion || m_inclusions.size() > kMostInclusions)
-        throw ScriptPreprocessorException_TooLarge(nameAt(reported), lineOf(reported.line));
+/// The files that the one at that depth has included have been read.
+void ScriptPreprocessor::leaveChainBelow(std::size_t depth) {
+    for (; m_chain.size() > depth + 1; m_chain.pop_back())
+        --m_chain.back()->entries;
 }
 
 /// The replacement is one word; what follows it is ignored.
@@ -270,7 +309,7 @@ void ScriptPreprocessor::define(Directive const& directive) {
     requireWords(directive, 3);
     if (!m_macros.emplace(directive.words[1], directive.words[2]).second)
         throw ScriptPreprocessorException_AlreadyDefined(
-            directive.words[1].c_str(), nameAt(directive.reported), lineOf(directive.reported.line));
+            directive.words[1].c_str(), directive.reported.name->c_str(), lineOf(directive.reported.line));
 }
 
 void ScriptPreprocessor::undefine(Directive const& directive) {
@@ -308,16 +347,12 @@ void ScriptPreprocessor::emitRun(std::string_view text) {
 /// Announces the file and the line of the next character, where they have changed.
 void ScriptPreprocessor::emitPlace() {
     SourceFrame const& frame = m_frames.back();
-    if (frame.inclusion != m_lastEmittedInclusion) {
-        std::string const& name = m_inclusions[frame.inclusion].name;
-        if (name != m_lastEmittedName) {
-            m_output += {kMarker, 'F'};
-            appendNumber(name.size());
-            m_output += name;
-            m_lastEmittedName = name;
-        }
+    if (frame.name != m_lastEmittedName) {
+        m_output += {kMarker, 'F'};
+        appendNumber(frame.name->size());
+        m_output += *frame.name;
+        m_lastEmittedName = frame.name;
     }
-    m_lastEmittedInclusion = frame.inclusion;
     if (frame.line != m_lastEmittedLine) {
         m_output += {kMarker, 'L'};
         appendNumber(frame.line);

@@ -2,6 +2,7 @@
 // from.
 #pragma once
 
+#include "script/budget.h"
 #include "script/characters.h"
 
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Zel {
@@ -29,8 +31,8 @@ namespace Zel {
 class ScriptPreprocessor {
 public:
     /// Throws the preprocessor's exceptions, ScriptException_UnexpectedEndOfFile for a string literal that no
-    /// file closes, and what opening and reading a File throws.
-    explicit ScriptPreprocessor(std::string const& fileName);
+    /// file closes, and what opening and reading a File throws. The budget must outlive this object.
+    ScriptPreprocessor(std::string const& fileName, Budget& budget);
 
     /// Looks at the next character; nothing at the end. getFileName and getLine then tell where it is from.
     std::optional<char> peek() {
@@ -57,43 +59,45 @@ public:
 private:
     static constexpr char kMarker = '\0';
 
-    /// A file being read.
-    struct SourceFrame {
+    /// A file of the script's set. Its text is read once, however often it is included.
+    struct Source {
         std::string text;
-        std::size_t position;
-        std::uint64_t line;
-        std::size_t inclusion; // index into m_inclusions
+        int entries = 0; // of m_chain
     };
 
-    /// Who included whom. These stay when a frame is gone: a file whose last line is an #include has no frame
-    /// any more when the included one is read.
-    struct Inclusion {
-        std::string name; // as it was given
-        std::size_t file; // the same number for every spelling of a name
-        std::size_t includer;
+    /// A name as it was given, with its file.
+    using NamedSource = std::pair<std::string const, Source*>;
+
+    /// A file being read.
+    struct SourceFrame {
+        std::string const* name;
+        std::string_view text;
+        std::size_t position;
+        std::uint64_t line;
+        std::size_t depth; // index into m_chain
     };
 
     struct Place {
         std::uint64_t line;
-        std::size_t inclusion;
+        std::string const* name;
     };
 
     struct Directive {
-        std::vector<std::string> words; // the keyword first
+        std::vector<std::string> words; // the keyword first; no more of them than any directive takes
         Place reported;                 // where reading stands behind it: what messages name
-        std::size_t inclusion;          // the file that it stands in
+        std::size_t depth;              // of the file that it stands in
     };
 
     void run();
-    void pushFile(std::string const& name, std::size_t includer);
-    std::size_t fileNumber(std::string const& name);
+    NamedSource const& sourceOf(std::string const& name);
+    void pushFile(NamedSource const& source);
     int peekSource(std::size_t offset) const;
     void popFinishedFrames();
     void advanceSource();
     int readSource();
     std::string_view readRun(int kinds);
     Place place() const;
-    char const* nameAt(Place const& place) const;
+    [[noreturn]] static void throwTooLarge(Place const& place);
 
     void emit(int value);
     void emitString(std::string_view text);
@@ -104,11 +108,11 @@ private:
     void copyStringLiteral();
     void skipLineComment();
     void skipBlockComment();
+    void readSame(int character);
     void expandIdentifier();
     void handleDirective();
     void include(Directive const& directive);
-    void refuseLoop(std::string const& name, Directive const& directive);
-    void refuseGrowth(Place const& reported) const;
+    void leaveChainBelow(std::size_t depth);
     void define(Directive const& directive);
     void undefine(Directive const& directive);
     void requireWords(Directive const& directive, std::size_t count) const;
@@ -116,13 +120,16 @@ private:
     std::optional<char> peekBehindRecords();
     std::uint32_t numberAt(std::size_t position) const;
 
-    std::deque<SourceFrame> m_frames; // the last is being read
-    std::vector<Inclusion> m_inclusions;
-    std::map<std::string, std::size_t> m_fileNumbers; // by resolved name
+    Budget& m_budget;
+    std::map<std::string, Source> m_sources; // by resolved name
+    std::map<std::string, Source*> m_names;  // by every name that was given
+    std::deque<SourceFrame> m_frames;        // the last is being read
+    // Who included whom, down to the file that was entered last. A file whose last line is an #include has no
+    // frame any more when the included one is read, but stays here.
+    std::vector<Source*> m_chain;
     std::map<std::string, std::string, std::less<>> m_macros;
-    std::string m_output;
-    std::string m_lastEmittedName;
-    std::size_t m_lastEmittedInclusion = static_cast<std::size_t>(-1);
+    std::pmr::string m_output;
+    std::string const* m_lastEmittedName = nullptr;
     std::uint64_t m_lastEmittedLine = 0;
 
     std::size_t m_readPosition = 0; // of the next record or character

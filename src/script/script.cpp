@@ -4,8 +4,8 @@
 #include "script/parser.h"
 #include "script/tree.h"
 
-#include <algorithm>
 #include <type_traits>
+#include <utility>
 #include <zel/script.h>
 
 namespace Zel {
@@ -27,10 +27,27 @@ static_assert(
     std::is_same_v<std::variant_alternative_t<Script::TYPE_INTERVAL, ScriptValue>, IntervalTemplate<float>>);
 
 Script::Script(std::string const& fileName)
-    : m_fileName(fileName), m_tree(Parser(fileName).parse()), m_current(&m_tree->blocks.front()) {}
-Script::Script(Script const&) = default;
-Script& Script::operator=(Script const&) = default;
-Script::~Script() = default;
+    : m_fileName(fileName), m_tree(Parser(fileName).parse().release()), m_current(&m_tree->blocks.front()) {
+    ++m_tree->scripts;
+}
+
+Script::Script(Script const& other)
+    : m_fileName(other.m_fileName), m_tree(other.m_tree), m_current(other.m_current) {
+    ++m_tree->scripts;
+}
+
+Script& Script::operator=(Script const& other) {
+    Script copy(other);
+    m_fileName.swap(copy.m_fileName);
+    std::swap(m_tree, copy.m_tree);
+    m_current = copy.m_current;
+    return *this;
+}
+
+Script::~Script() {
+    if (--m_tree->scripts == 0)
+        delete m_tree;
+}
 
 std::string const& Script::getFilename() const { return m_fileName; }
 
@@ -67,10 +84,7 @@ bool Script::hasBlock(std::string const& name) const { return current().findChil
 // Variables.
 
 Script::StoredVariable const* Script::find(std::string const& name) const {
-    StoredVariable const* variable = current().firstVariable;
-    while (variable != nullptr && variable->name() != name)
-        variable = variable->next;
-    return variable;
+    return current().findVariable(name);
 }
 
 Script::StoredVariable const& Script::checked(StoredVariable const& variable, VarType type) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/name_index.h"
+#include "script/budget.h"
 #include "script/value.h"
 
 #include <cstdint>
@@ -10,6 +11,7 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 #include <zel/script.h>
 
@@ -35,12 +37,29 @@ struct Script::StoredVariable {
 };
 
 struct Script::Block {
+    /// What an index of many names is held for; fewer are sought one after the other.
+    static constexpr std::size_t kFew = 8;
+    static constexpr std::size_t kIndexedSize = 24; // of a name, in any index, at most about
+
+    struct VariableIndex {
+        std::pmr::vector<StoredVariable const*> variables; // in order of appearance
+        NameIndex names{};
+
+        auto nameOfVariable() const {
+            return [this](std::size_t i) {
+                return variables[i]->name();
+            };
+        }
+    };
+
     std::string name;
     Block const* parent;
-    std::vector<Block const*> children; // in order of appearance
+    std::pmr::vector<Block const*> children; // in order of appearance
     StoredVariable* firstVariable = nullptr;
     StoredVariable* lastVariable = nullptr;
-    NameIndex childNames{}; // of many children; few are sought one after the other
+    std::size_t variableCount = 0;
+    NameIndex childNames{};                       // of many children
+    VariableIndex const* variableIndex = nullptr; // of many variables
 
     auto nameOfChild() const {
         return [this](std::size_t i) -> std::string_view {
@@ -48,13 +67,14 @@ struct Script::Block {
         };
     }
 
-    /// To be called once all children are there, before findChild.
-    void indexChildren() {
-        constexpr std::size_t kFew = 8;
-        if (children.size() <= kFew)
-            return;
-        childNames = NameIndex(children.size(), nameOfChild());
+    void append(StoredVariable& variable) {
+        (lastVariable != nullptr ? lastVariable->next : firstVariable) = &variable;
+        lastVariable = &variable;
+        ++variableCount;
     }
+
+    /// To be called once all blocks and variables are there, before anything is sought.
+    void index(Tree& tree);
 
     /// The first child of that name; null when there is none.
     Block const* findChild(std::string_view wanted) const {
@@ -67,13 +87,54 @@ struct Script::Block {
                 return child;
         return nullptr;
     }
+
+    /// The first variable of that name; null when there is none.
+    StoredVariable const* findVariable(std::string_view wanted) const {
+        if (variableIndex != nullptr) {
+            auto const position = variableIndex->names.find(wanted, variableIndex->nameOfVariable());
+            return position ? variableIndex->variables[*position] : nullptr;
+        }
+        StoredVariable const* variable = firstVariable;
+        while (variable != nullptr && variable->name() != wanted)
+            variable = variable->next;
+        return variable;
+    }
 };
 
 struct Script::Tree {
-    std::deque<Block> blocks; // ROOT first, then in the order of their headers
-    std::deque<StoredVariable> variables;
-    std::deque<std::string> strings;
-    std::pmr::monotonic_buffer_resource characters;
+    Budget budget{};                        // where all of the others take their memory from
+    std::pmr::deque<Block> blocks{&budget}; // ROOT first, then in the order of their headers
+    std::pmr::deque<StoredVariable> variables{&budget};
+    std::pmr::deque<Block::VariableIndex> variableIndexes{&budget};
+    std::pmr::deque<std::string> strings{&budget};
+    std::pmr::monotonic_buffer_resource characters{&budget};
+    std::size_t scripts = 0; // that share this tree
+
+    Block& addBlock(std::string_view name, Block* parent) {
+        budget.hold(name.size());
+        Block& block =
+            blocks.emplace_back(Block{std::string(name), parent, std::pmr::vector<Block const*>(&budget)});
+        if (parent != nullptr)
+            parent->children.push_back(&block);
+        return block;
+    }
 };
+
+inline void Script::Block::index(Tree& tree) {
+    if (children.size() > kFew) {
+        tree.budget.hold(kIndexedSize * children.size());
+        childNames = NameIndex(children.size(), nameOfChild());
+    }
+    if (variableCount > kFew) {
+        tree.budget.hold(kIndexedSize * variableCount);
+        std::pmr::vector<StoredVariable const*> variables(&tree.budget);
+        variables.reserve(variableCount);
+        for (StoredVariable const* variable = firstVariable; variable != nullptr; variable = variable->next)
+            variables.push_back(variable);
+        VariableIndex& index = tree.variableIndexes.emplace_back(VariableIndex{std::move(variables)});
+        index.names = NameIndex(variableCount, index.nameOfVariable());
+        variableIndex = &index;
+    }
+}
 
 } // namespace Zel

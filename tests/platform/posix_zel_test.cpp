@@ -259,6 +259,15 @@ TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2);
 }
 
+TEST_F(PosixZelTest, APipeOrADeviceIsNoScript) {
+    ASSERT_EQ(mkfifo(path("Pipe").c_str(), 0600), 0);
+    fs::create_symlink("/dev/zero", path("zero"));
+    for (std::string const name : {"pipe", "zero"}) {
+        EXPECT_EQ(zel({"script", "check", name}), 3);
+        EXPECT_EQ(err(), "zel: cannot read " + name + ": it is no regular file\n");
+    }
+}
+
 TEST_F(PosixZelTest, AnArchiveWithANameInOtherCaseIsNotMistakenForTheOneNamed) {
     packArchive("foo.bva", {{"a", "lower"}});
     packArchive("Foo.bva", {{"a", "capital"}});

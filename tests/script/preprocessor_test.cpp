@@ -1,5 +1,6 @@
 // Includes, macros, comments and characters, seen through the scripts that they become.
 
+#include "support/allocations.h"
 #include "support/script_test.h"
 
 #include <gmock/gmock.h>
@@ -29,6 +30,9 @@ TEST_F(PreprocessorTest, CommentsVanishAndTakeTheNextCharacterAlong) {
              "[a] x = 1/* ** // \" */ 2;",
              "[a] x = 12;/**/",
              "[a] x = 12; /* a\nb\n*/\n",
+             "[a] x = 1/***/ 2;",
+             "[a] x = 1/*//*//** /*** / ****/ */ */ 2;", // a '*' and a '/' count for one mark alone
+             "[a] x = 1/* \xAE/ *\n ***/ 2;",
          })
         EXPECT_EQ(resultOf(text), expected) << text;
     EXPECT_EQ(resultOf("[a] x = 1/2;"), "Syntax error in file main at line 1") << "a slash alone is itself";
@@ -129,6 +133,7 @@ TEST_F(PreprocessorTest, EveryFailureNamesItsFileAndLine) {
         {"#define A 1\n#define A 1\n", "Preprocessor macro \"A\" already defined in %s on line 5"},
         {"/* one\n/* two */", "Comment beginning on line 3 in %s is not terminated"},
         {"x\xFF", "Invalid character '\xFF' (0xff) in %s on line 3"},
+        {"/*\n\n**\x80 \x81*/", "Invalid character '\x80' (0x80) in %s on line 5"},
         {"/* \x80 */", "Invalid character '\x80' (0x80) in %s on line 3"},
         {"#define \x81\n", "Invalid character '\x81' (0x81) in %s on line 3"},
         {"\"\n\xE4\"", "Invalid character '\xE4' (0xe4) in %s on line 4"},
@@ -161,32 +166,83 @@ TEST_F(PreprocessorTest, ADirectiveOnALastLineNamesTheFileItStandsIn) {
               "Missing argument in preprocessor directive \"#include\" in main on line 1");
 }
 
-TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefused) {
-    EXPECT_EQ(resultOf("\n#include Main\n"), "File Main includes itself without end in main on line 3");
-    EXPECT_EQ(resultOf("\n#include x/../MAIN"),
-              "File x/../MAIN includes itself without end in main on line 2")
-        << "also when the including file is read to its end";
+TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefusedAtTheThirdEntry) {
     writeFile("one", "#include two");
     writeFile("two", "// comment\n#include one");
-    EXPECT_EQ(resultOf("#include one"), "File one includes itself without end in two on line 2");
-    EXPECT_EQ(resultOf("#include one\n[a]"), "File one includes itself without end in main on line 2")
-        << "reading past the end of both has led back to the first file";
+    writeFile("third", "#define B 1\n");
+    struct {
+        char const* text;
+        char const* error;
+    } const cases[] = {
+        {"\n#include Main\n", "File Main includes itself without end in Main on line 3"},
+        // Also when the including file is read to its end.
+        {"\n#include x/../MAIN", "File x/../MAIN includes itself without end in x/../MAIN on line 2"},
+        {"#include one", "File one includes itself without end in two on line 2"},
+        // Reading past the end of both has led back to the first file.
+        {"#include one\n[abc]", "File one includes itself without end in main on line 2"},
+        // What is wrong with the second reading is told first.
+        {"#define A 1\n#include main\n", "Preprocessor macro \"A\" already defined in main on line 2"},
+        {"#include third\n#include main\n", "Preprocessor macro \"B\" already defined in third on line 2"},
+        // A file that is read again behind itself is in no chain.
+        {"#include third\n#undef B\n#include third\n#undef B\n#include third\n[a]", "[a]\n"},
+    };
+    for (auto const& [text, error] : cases)
+        EXPECT_EQ(resultOf(text), error) << text;
 }
 
-TEST_F(PreprocessorTest, WhatDoublesAgainAndAgainIsRefused) {
-    test::Entries files;
-    for (int i = 0; i < 40; ++i) {
-        std::string const next = "#include f" + std::to_string(i + 1) + "\n";
-        files.emplace_back("f" + std::to_string(i), next + next + " ");
-    }
-    files.emplace_back("f40", "\n");
-    Zel::Archive const archive(packArchive("doubling.bva", files));
-    EXPECT_THAT(resultOf("#include f0\n"), testing::StartsWith("Expansion grows too large in f"));
+/// So many copies of a text.
+std::string repeated(std::string const& text, int count) {
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
 
-    std::string uses = "#define A " + std::string(1 << 20, 'a') + "\n";
-    for (int i = 0; i < 150; ++i)
-        uses += "A\n";
-    EXPECT_EQ(resultOf(uses), "Expansion grows too large in main on line 130");
+TEST_F(PreprocessorTest, WhatDoublesAgainAndAgainIsRefusedBeforeItIsHeld) {
+    test::Entries doubling;
+    for (int i = 0; i < 40; ++i)
+        doubling.emplace_back("f" + std::to_string(i),
+                              repeated("#include f" + std::to_string(i + 1) + "\n", 2) + " ");
+    doubling.emplace_back("f40", "\n");
+    auto const twice = [&](std::string const& text) {
+        std::string const again = repeated("#include f2\n", 300);
+        return test::Entries{{"f0", repeated("#include f1\n", 300)}, {"f1", again}, {"f2", text}};
+    };
+    struct {
+        char const* what;
+        test::Entries files;
+    } const cases[] = {
+        {"doubling includes", doubling},
+        {"a long name",
+         {{"f0", repeated("#include f1\n", 300)},
+          {"f1", "#include " + repeated("x/../", 2'000) + "f2\n"},
+          {"f2", repeated("#include f3\n ", 300)},
+          {"f3", " "}}},
+        {"a long comment", twice("/*" + repeated("comment ", 2'000) + "*/ ")},
+        {"a macro", {{"f0", "#define A " + repeated("a", 10'000) + "\n[" + repeated("A\n", 10'000)}}},
+        {"blocks", twice("[]" + repeated("[]", 20))},
+        {"variables", twice("[a]" + repeated("x=\"" + repeated("y", 30) + "\";", 20))},
+        {"directives", twice(repeated("#define A 1\n#undef A\n", 100))},
+    };
+    for (auto const& [what, files] : cases) {
+        Zel::Archive const archive(packArchive("bomb.bva", files));
+        test::largestAllocation();
+        EXPECT_THAT(resultOf("#include f0\n"), testing::StartsWith("Expansion grows too large in ")) << what;
+        EXPECT_LE(test::largestAllocation(), 64u << 20) << what;
+    }
+}
+
+TEST_F(PreprocessorTest, WhatIsOrdinaryIsReadHoweverOftenItIsRepeated) {
+    writeFile("empty", "");
+    writeFile("linefeed", "\n");
+    writeFile("settings",
+              repeated("[Block]\nname = \"Texture fill test\";\nloops = 10;\nscale = 1.525;\n// A comment\n"
+                       "position = (0.0,1.0,2.0);\n\n",
+                       100));
+    EXPECT_EQ(resultOf(repeated("#include empty\n", 100'000) + "[a]"), "[a]\n");
+    EXPECT_EQ(resultOf(repeated("#include linefeed\n", 20'001) + "[a]"), "[a]\n");
+    writeFile("main", repeated("#include settings\n", 800));
+    EXPECT_EQ(Zel::Script("main").getBlockCount(), 80'000);
 }
 
 TEST_F(PreprocessorTest, DeepIncludesEnd) {

@@ -3,6 +3,7 @@
 #include "support/script_test.h"
 
 #include <optional>
+#include <type_traits>
 
 namespace {
 
@@ -50,6 +51,23 @@ TEST_F(QueryTest, OneOfManyBlocksIsFoundByItsFirstName) {
     }
     EXPECT_FALSE(script.hasBlock("b250"));
     EXPECT_THROW(script.lock(""), Zel::ScriptException_BlockNotFound);
+}
+
+TEST_F(QueryTest, OneOfManyVariablesIsFoundByItsFirstName) {
+    std::string text = "[a]";
+    for (int i = 0; i < 500; ++i)
+        text += "x" + std::to_string(i % 250) + " = " + std::to_string(i) + ";";
+    // A value that a brace is in expects names again: these come behind those of a child.
+    text += "y = 1 {2; [child] x0 = 7; {} x1 = 8; z = 9; }";
+    Script script = parse(text);
+    script.lock("a");
+    for (int i = 0; i < 250; ++i)
+        EXPECT_EQ(script.getInt("x" + std::to_string(i)), i);
+    EXPECT_EQ(script.getInt("y"), 12);
+    EXPECT_EQ(script.getInt("z"), 9);
+    EXPECT_FALSE(script.isDefined("x250"));
+    EXPECT_FALSE(script.isDefined(""));
+    EXPECT_EQ(script.getVariables().size(), 503u);
 }
 
 TEST_F(QueryTest, TypesAreNeverConverted) {
@@ -110,6 +128,10 @@ TEST_F(QueryTest, CopiesShareTheTreeAndKeepTheirOwnCursors) {
     Script other = parse("[d] s = \"other\";");
     other = copy;
     EXPECT_EQ(&other.getString("s"), &text);
+    Script const& itself = other;
+    other = itself;
+    EXPECT_EQ(&other.getString("s"), &text);
+    static_assert(std::is_convertible_v<std::string, Script>, "a name stands for its script");
 }
 
 TEST_F(QueryTest, TheDumpGoesToTheLogAndALineFeedABlockToStandardOutput) {

@@ -1,5 +1,7 @@
 // zel script check and zel script dump
 
+#include "folder_names.h"
+#include "support/host_calls.h"
 #include "support/program_test.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +60,60 @@ TEST_F(ScriptCommandsTest, CheckTakesAListAndGoesOnPastEachFault) {
     EXPECT_EQ(zel({"script", "check", "-"}, "nowhere\ns0\n"), 3) << "a script that is not there is a failure";
     EXPECT_EQ(err(), "zel: Failed to open file \"nowhere\"\n");
     EXPECT_THAT(out(), HasSubstr("s0:1:"));
+}
+
+TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
+    writeFile("inc", "[a]\n#include gone");
+    writeFile("open", "x = \"literal");
+    writeFile("half", "/*");
+    struct {
+        char const* text;
+        char const* place;
+    } const cases[] = {
+        {"\n// #include gone\n/* #include gone\n*/ #include gone\n", "s:4"},
+        {"[a] s = \"\n#include gone\n\"; t = 1; #include gone\n", "s:3"},
+        {"[a] s = \"\\\"; #include gone", "s:1"},
+        {"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
+        {"#include inc\n#include gone\n", "inc:2"},
+        {"#include INC", "inc:2"},
+        {"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"}, // that quote ends the literal
+        {"#include half\n\n*/ #include gone\n", "s:3"},                       // that comment goes on, too
+        {"#define include x\n#include\tgone\r\n", "s:2"},
+        {"#include q:/../../q\n", "s:1"},
+        {"#include \"\"\n", "s:1"},
+    };
+    for (auto const& [text, place] : cases) {
+        writeFile("s", text);
+        EXPECT_EQ(zel({"script", "check", "s"}), 1);
+        EXPECT_THAT(out(), testing::StartsWith(std::string(place) + ": ")) << text;
+    }
+
+    // Names that stand in comments are not followed, one after the other.
+    std::string text;
+    for (std::string name = "s"; name.size() < 600; name = "./" + name)
+        text += "// #include " + name + "\n";
+    writeFile("s", text + "#include gone\n");
+    test::FailingHostCall const call(200);
+    EXPECT_EQ(zel({"script", "check", "s"}), 1);
+    EXPECT_FALSE(test::FailingHostCall::happened());
+    EXPECT_EQ(out(), "s:301: Failed to open file \"gone\"\n");
+}
+
+TEST_F(ScriptCommandsTest, AFolderIsReadOnce) {
+    writeFile("Script", "");
+    ::zel::FolderNames folders;
+    EXPECT_EQ(folders.found(path("."), "sCRIPT"), "Script");
+    EXPECT_EQ(folders.found(path("."), "other"), "other");
+    writeFile("script.new", "");
+    EXPECT_EQ(folders.found(path("."), "SCRIPT.NEW"), "SCRIPT.NEW") << "not there when the folder was read";
+}
+
+TEST_F(ScriptCommandsTest, WhatIsNoRegularFileIsNoScript) {
+    fs::create_directory(path("folder"));
+    writeFile("fine", "[a]");
+    EXPECT_EQ(zel({"script", "check", "folder", "fine"}), 3);
+    EXPECT_EQ(err(), "zel: cannot read folder: it is no regular file\n");
+    EXPECT_EQ(zel({"script", "dump", "folder"}), 3);
 }
 
 TEST_F(ScriptCommandsTest, NoFileKeepsTheOthersFromBeingChecked) {

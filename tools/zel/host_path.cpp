@@ -4,42 +4,21 @@
 #include "host_path.h"
 
 #include "failure.h"
-#include "fold.h"
 #include "printable_text.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <zel/file.h>
 
 namespace zel {
-namespace {
 
 namespace fs = std::filesystem;
 
-/// The name in a directory that the library finds for `name`: the one in lower case, or else the first of
-/// those that differ in case alone.
-std::string nameFound(fs::path const& directory, std::string const& name) {
-    std::string const folded = toLowerCase(name);
-    std::string found = name;
-    std::error_code error; // a directory that cannot be read holds no other name for the library either
-    for (fs::directory_entry const& entry : fs::directory_iterator(directory, error)) {
-        std::string other = entry.path().filename().string();
-        if (other == folded)
-            return other;
-        if (toLowerCase(other) == folded)
-            found = std::min(found, other);
-    }
-    return found;
-}
-
-} // namespace
-
-void refuseOtherCase(std::string const& hostPath) {
+void refuseOtherCase(std::string const& hostPath, FolderNames& folders) {
     fs::path const absolute = fs::absolute(hostPath).lexically_normal();
     for (fs::path path = absolute; path.has_relative_path(); path = path.parent_path()) {
         std::string const name = path.filename().string();
-        fs::path const found = path.parent_path() / nameFound(path.parent_path(), name);
+        fs::path const found = path.parent_path() / folders.found(path.parent_path(), name);
         std::error_code error; // a name that leads nowhere is no other file
         if (found.filename() != name && fs::exists(path, error) && !fs::equivalent(found, path, error))
             throw Failure(kOperatingFailure, "cannot open " + printableName(hostPath) + ": " +
@@ -54,7 +33,8 @@ std::string libraryName(std::string const& hostPath) {
     if (absolute.relative_path().string().find_first_of(hasSlashes ? ":\\" : ":") != std::string::npos)
         throw Failure(kOperatingFailure,
                       "cannot open " + printableName(hostPath) + ": there is a ':' or a '\\' in its path");
-    refuseOtherCase(hostPath);
+    FolderNames folders;
+    refuseOtherCase(hostPath, folders);
 
     Zel::File::setDataDir(Zel::File::getCurrentDir());
     return fs::path(hostPath).lexically_normal().string();

@@ -1,13 +1,15 @@
 // Paths as the host writes them, for a library that has names of its own.
 #pragma once
 
+#include "folder_names.h"
+
 #include <string>
 
 namespace zel {
 
 /// Throws Failure when the library would find another file for this path than the host: one whose name, or
 /// whose directory's, differs in case alone and comes first.
-void refuseOtherCase(std::string const& hostPath);
+void refuseOtherCase(std::string const& hostPath, FolderNames& folders);
 
 /// Makes the working directory the library's data directory, from where a path of the host leads where it
 /// leads elsewhere, and returns the name to give to the library. Throws Failure where that name would lead to

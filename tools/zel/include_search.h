@@ -1,4 +1,4 @@
-// Where a script includes a file that cannot be opened: the library's exception names the file alone.
+// Where a script includes a file that cannot be read: the library's exception names the file alone.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,9 @@ struct IncludePlace {
     int line = 0;
 };
 
-/// The first #include of `included` in a script or in what it includes, comments and all. Files that cannot
-/// be read are passed over.
-std::optional<IncludePlace> findInclude(std::string const& script, std::string const& included);
+/// The first #include, in the order in which the library reads a script and what it includes, that cannot be
+/// read. Nothing when all can, or when the script itself cannot. The script must be one that is in order up
+/// to there.
+std::optional<IncludePlace> findFailedInclude(std::string const& script);
 
 } // namespace zel

@@ -41,26 +41,32 @@ std::vector<std::string> filesToCheck(CheckOptions const& options, Console const
 
 /// The number of a file's last line, where a text that ends too soon is wrong.
 int lastLine(std::string const& name) {
-    std::string const text = scriptText(name);
-    auto const breaks = std::count(text.begin(), text.end(), '\n');
-    return static_cast<int>(breaks) + (text.ends_with('\n') ? 0 : 1);
+    try {
+        std::string const text = scriptText(name);
+        auto const breaks = std::count(text.begin(), text.end(), '\n');
+        return static_cast<int>(breaks) + (text.ends_with('\n') ? 0 : 1);
+    } catch (Zel::FileException const&) { // the message holds less than the whole name
+        return 1;
+    }
 }
 
 /// Where a script is wrong, with what the exception leaves open.
 Diagnostic diagnose(std::string const& script, Zel::Exception const& exception) {
     Diagnostic diagnostic = diagnosticOf(exception);
-    if (diagnostic.file.empty()) {
-        std::string const quoted = diagnostic.message.substr(diagnostic.message.find('"') + 1);
-        auto const place = findInclude(script, quoted.substr(0, quoted.rfind('"')));
+    if (dynamic_cast<Zel::FileException const*>(&exception) != nullptr) { // names what is included, not where
+        auto const place = findFailedInclude(script);
         diagnostic.file = place ? place->file : script;
         diagnostic.line = place ? place->line : 1;
+    } else if (diagnostic.file.empty()) {
+        diagnostic.file = script;
+        diagnostic.line = 1;
     } else if (diagnostic.line == 0) {
         diagnostic.line = lastLine(diagnostic.file);
     }
     return diagnostic;
 }
 
-ExitCode check(std::string const& file, ScriptEnvironment const& environment, Console const& console) {
+ExitCode check(std::string const& file, ScriptEnvironment& environment, Console const& console) {
     try {
         environment.require(file);
         try {
@@ -83,7 +89,7 @@ ExitCode check(std::string const& file, ScriptEnvironment const& environment, Co
 }
 
 ExitCode checkAll(CheckOptions const& options, Console const& console) {
-    ScriptEnvironment const environment(options.places);
+    ScriptEnvironment environment(options.places);
     ExitCode worst = kSuccess;
     for (std::string const& file : filesToCheck(options, console))
         worst = std::max(worst, check(file, environment, console));

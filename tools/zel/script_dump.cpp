@@ -126,7 +126,7 @@ void addScriptDumpCommand(CLI::App& script, Console& console) {
     command->add_flag("--json", options->json, "as JSON");
     addScriptPlaces(*command, options->places);
     command->callback([options, &console] {
-        ScriptEnvironment const environment(options->places);
+        ScriptEnvironment environment(options->places);
         environment.require(options->file);
         auto parsed = whileReading(options->file, [&] { return Zel::Script(options->file); });
         if (options->json)

@@ -2,6 +2,7 @@
 
 #include "script_environment.h"
 
+#include "failure.h"
 #include "fold.h"
 #include "host_path.h"
 
@@ -28,9 +29,17 @@ ScriptEnvironment::ScriptEnvironment(ScriptPlaces const& places) : m_data(places
         m_archives.emplace_back(path);
 }
 
-void ScriptEnvironment::require(std::string const& name) const {
-    if (!Zel::File::exists(name)) // which asks the archives
-        refuseOtherCase((fs::path(m_data) / name).string());
+void ScriptEnvironment::require(std::string const& name) {
+    if (!Zel::File::exists(name)) { // which asks the archives
+        fs::path const given = fs::path(m_data) / name;
+        refuseOtherCase(given.string(), m_folders);
+        fs::path const path = fs::absolute(given).lexically_normal();
+        fs::path const folder = path.parent_path();
+        fs::path const found = folder / m_folders.found(folder, path.filename().string());
+        std::error_code error; // what cannot be looked at cannot be opened either
+        if (fs::exists(found, error) && !fs::is_regular_file(found, error))
+            throw Failure(kOperatingFailure, "cannot read " + name + ": it is no regular file");
+    }
     try {
         Zel::File const file(name, Zel::File::READ_TEXT);
     } catch (Zel::FileException_FileCorrupted const&) { // the parser meets these as well

@@ -6,16 +6,12 @@
 
 namespace zel {
 
-/// Empty when the file cannot be read.
+/// Throws what opening and reading a File throws.
 inline std::string scriptText(std::string const& name) {
-    try {
-        Zel::File file(name, Zel::File::READ_TEXT);
-        std::string text(static_cast<std::size_t>(file.getSize()), '\0');
-        file.read(text.data(), file.getSize());
-        return text;
-    } catch (Zel::FileException const&) {
-        return {};
-    }
+    Zel::File file(name, Zel::File::READ_TEXT);
+    std::string text(static_cast<std::size_t>(file.getSize()), '\0');
+    file.read(text.data(), file.getSize());
+    return text;
 }
 
 } // namespace zel

@@ -1,0 +1,38 @@
+// Reading folders, each once.
+
+#include "folder_names.h"
+
+#include "fold.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace zel {
+
+namespace fs = std::filesystem;
+
+std::string FolderNames::found(fs::path const& folder, std::string const& name) {
+    auto known = m_folders.find(folder);
+    if (known == m_folders.end())
+        known = m_folders.emplace(folder, namesIn(folder)).first;
+    std::string const folded = toLowerCase(name);
+    auto const other = known->second.find(folded);
+    if (other == known->second.end())
+        return name;
+    return other->second == folded ? folded : std::min(name, other->second);
+}
+
+FolderNames::Names FolderNames::namesIn(fs::path const& folder) {
+    Names names;
+    std::error_code error; // a folder that cannot be read holds no other name for the library either
+    for (fs::directory_entry const& entry : fs::directory_iterator(folder, error)) {
+        std::string const name = entry.path().filename().string();
+        std::string const folded = toLowerCase(name);
+        std::string& first = names.emplace(folded, name).first->second;
+        if (first != folded && (name == folded || name < first))
+            first = name;
+    }
+    return names;
+}
+
+} // namespace zel
