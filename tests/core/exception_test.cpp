@@ -39,6 +39,8 @@ TEST(ExceptionTest, EveryKindWritesItsMessage) {
          "Failed to find temporary filename with pattern \"a%u\""},
         {Zel::FileException_NotAllowedToWriteArchivedFile("a"), "Not allowed to write archived file a"},
         {Zel::FileException_FileCorrupted("a"), "File \"a\" is corrupted"},
+        {Zel::Exception_NoTimerHardware(), "Timer hardware not found."},
+        {Zel::Exception_SystemTimeConversionFailed(), "System time conversion failed."},
         {Zel::TGALoaderException_BadColormapStart("a"), "Bad colormap start value in \"a\""},
     };
     for (auto const& [exception, message] : cases)

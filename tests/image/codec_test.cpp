@@ -120,15 +120,6 @@ TEST_F(CodecTest, LongRunsOfAPcxFileArePixelsToo) {
     EXPECT_EQ(pixels("a.pcx", Pcx{0, 0, side - 1, 7, side} + content), expected);
 }
 
-TEST_F(CodecTest, BmpSizesWithoutPixelsAreKept) {
-    Image image(1, 1);
-    writeFile("a.bmp", Bmp{5, -3} + "");
-    image.load("a.bmp");
-    EXPECT_EQ(image.getWidth(), 5);
-    EXPECT_EQ(image.getHeight(), -3);
-    EXPECT_EQ(image.getData(), nullptr);
-}
-
 TEST_F(CodecTest, BmpFaultsAreToldInTheirOrder) {
     EXPECT_EQ(error<Zel::BMPLoaderException_NotBMPFile>("a.bmp", "MB"),
               "File a.bmp does not contain a BMP image.");
@@ -308,11 +299,15 @@ TEST_F(CodecTest, PcxPixelsPastTheSpareRoomAreDropped) {
     EXPECT_EQ(image.getData()[4 * 4 - 1], pcxColor(0));
 }
 
-TEST_F(CodecTest, PcxSizesWithoutPixelsAreKept) {
-    for (int const yMax : {-1, -5}) {
-        Image const image = load("a.pcx", Pcx{0, 0, 4, yMax, 5} + "");
+TEST_F(CodecTest, SizesWithoutPixelsAreKept) {
+    writeFile("a.bmp", Bmp{5, -3} + "");
+    writeFile("b.pcx", Pcx{0, 0, 4, -1, 5} + "");
+    writeFile("c.pcx", Pcx{0, 0, 4, -5, 5} + "");
+    for (auto const& [name, height] : {std::pair("a.bmp", -3), {"b.pcx", 0}, {"c.pcx", -4}}) {
+        Image image(1, 1);
+        image.load(name);
         EXPECT_EQ(image.getWidth(), 5);
-        EXPECT_EQ(image.getHeight(), yMax + 1);
+        EXPECT_EQ(image.getHeight(), height);
         EXPECT_EQ(image.getData(), nullptr);
     }
 }

@@ -190,23 +190,6 @@ TEST(ImageTest, DilationOfAnyImageIsTheAverageOfNeighbours) {
     }
 }
 
-TEST(ImageTest, DilationGrowsIntoTheKeyFromFourSides) {
-    Color const one(10, 20, 30, 41);
-    Color const other(21, 20, 31, 40);
-    Color const keyOfOtherAlpha(255, 0, 255, 200);
-    Image image = imageOf(3, Colors(9, keyOfOtherAlpha));
-    image.dilate(kKey);
-    EXPECT_EQ(pixelsOf(image), Colors(9, kKey)) << "the key's own alpha is taken";
-
-    image(1, 1) = one;
-    image.dilate(kKey);
-    EXPECT_EQ(pixelsOf(image), (Colors{kKey, one, kKey, one, one, one, kKey, one, kKey}));
-
-    image = imageOf(3, {one, kKey, other});
-    image.dilate(kKey);
-    EXPECT_EQ(pixelsOf(image), (Colors{one, Color(15, 20, 30, 40), other}));
-}
-
 TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
     using Point = Zel::Vector2Template<float>;
     // Left half 0, right half 200, as four columns; samples lie half-way between columns.

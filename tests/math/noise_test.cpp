@@ -127,7 +127,10 @@ TEST(NoiseTest, IsWhatTheRulesGiveToTheBit) {
         ASSERT_EQ(Zel::snoise(v.x), model.noise({v.x})) << i;
         ASSERT_EQ(Zel::snoise(Vector2(v.x, v.y)), model.noise({v.x, v.y})) << i;
         ASSERT_EQ(Zel::snoise(v), model.noise({v.x, v.y, v.z})) << i;
-        for (float const freq : {1.5F, 100.0F}) {
+        ASSERT_EQ(Zel::noise(v.x), model.noise({v.x}) * 0.5F + 0.5F) << i;
+        ASSERT_EQ(Zel::noise(Vector2(v.x, v.y)), model.noise({v.x, v.y}) * 0.5F + 0.5F) << i;
+        ASSERT_EQ(Zel::noise(v), model.noise({v.x, v.y, v.z}) * 0.5F + 0.5F) << i;
+        for (float const freq : {1.0F, 1.9F, 100.0F}) {
             ASSERT_EQ(Zel::turbulence(v.x, freq), model.turbulence({v.x}, freq, false)) << i;
             ASSERT_EQ(Zel::sturbulence(v.x, freq), model.turbulence({v.x}, freq, true)) << i;
             ASSERT_EQ(Zel::turbulence(v, freq), model.turbulence({v.x, v.y, v.z}, freq, false)) << i;
@@ -168,23 +171,12 @@ TEST(NoiseTest, RepeatsEvery256UnitsHoweverFarTheOtherCoordinatesAre) {
         << "just what an int can hold";
 }
 
-TEST(NoiseTest, UnsignedNoiseIsScaledSignedNoise) {
-    EXPECT_EQ(Zel::noise(0.3F), Zel::snoise(0.3F) * 0.5F + 0.5F);
-    EXPECT_EQ(Zel::noise(Vector2(0.3F, 1.6F)), Zel::snoise(Vector2(0.3F, 1.6F)) * 0.5F + 0.5F);
-    EXPECT_EQ(Zel::noise(Vector3(0.3F, 1.6F, 2.7F)), Zel::snoise(Vector3(0.3F, 1.6F, 2.7F)) * 0.5F + 0.5F);
-}
-
-TEST(NoiseTest, TurbulenceSumsTheOctavesDownToFrequencyOne) {
+TEST(NoiseTest, TurbulenceIsNothingBelowFrequencyOneAndAlwaysFinite) {
     Vector3 const v(0.3F, 1.6F, 2.7F);
     for (float freq : {0.999F, 0.5F, 0.0F, -8.0F, kInfinity, -kInfinity, NAN}) {
         EXPECT_EQ(Zel::turbulence(0.3F, freq), 0.0F) << freq;
         EXPECT_EQ(Zel::sturbulence(v, freq), 0.0F) << freq;
     }
-    EXPECT_EQ(Zel::turbulence(0.3F, 1.0F), std::fabs(Zel::snoise(0.3F)));
-    EXPECT_EQ(Zel::sturbulence(v, 1.9F), Zel::snoise(Vector3(v.x * 1.9F, v.y * 1.9F, v.z * 1.9F)) / 1.9F);
-    EXPECT_EQ(Zel::turbulence(0.3F, 4.0F), std::fabs(Zel::snoise(0.3F * 4.0F)) / 4.0F +
-                                               std::fabs(Zel::snoise(0.3F * 2.0F)) / 2.0F +
-                                               std::fabs(Zel::snoise(0.3F)));
     EXPECT_TRUE(std::isfinite(Zel::turbulence(v, std::numeric_limits<float>::max())));
 }
 

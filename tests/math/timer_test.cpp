@@ -129,9 +129,4 @@ TEST_F(TimerTest, AnyOtherTypeTellsNothing) {
     EXPECT_EQ(timer.sample(), -5.0F);
 }
 
-TEST_F(TimerTest, ExceptionsHaveTheirMessages) {
-    EXPECT_STREQ(Zel::Exception_NoTimerHardware().getError(), "Timer hardware not found.");
-    EXPECT_STREQ(Zel::Exception_SystemTimeConversionFailed().getError(), "System time conversion failed.");
-}
-
 } // namespace

@@ -228,7 +228,7 @@ TEST(TrackerFaultTest, ARegistrationThatRunsOutOfMemoryCountsNothing) {
     std::string const before = report();
     {
         test::FailingAllocation const first(1);
-        EXPECT_THROW(Zel::createMemoryBlock(&before, 1, 0, "lost", "lost"), std::bad_alloc);
+        EXPECT_THROW(Zel::createMemoryBlock(&before, 1 << 30, 0, "lost", "lost"), std::bad_alloc);
     }
     EXPECT_EQ(report(), before);
 }
