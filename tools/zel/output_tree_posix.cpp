@@ -4,6 +4,7 @@
 #include "output_tree.h"
 
 #include "failure.h"
+#include "printable_text.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -63,7 +64,7 @@ class OutputTree::Walk {
 public:
     explicit Walk(fs::path root) : m_root(std::move(root)), m_top(open(m_root.c_str(), kEnterDirectory)) {
         if (!m_top.isOpen())
-            throw Failure(kOperatingFailure, "cannot open " + m_root.string() + ": " + lastError().message());
+            throw Failure(kOperatingFailure, "cannot open " + printableName(m_root.string()) + ": " + lastError().message());
     }
 
     int here() const { return m_here.isOpen() ? m_here.get() : m_top.get(); }
@@ -117,10 +118,10 @@ private:
         struct stat status;
         bool const exists = fstatat(here(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
         if (exists && S_ISLNK(status.st_mode))
-            throw Failure(kFinding, path.string() + " is a link");
+            throw Failure(kFinding, printableName(path.string()) + " is a link");
         if (exists && !S_ISDIR(status.st_mode))
-            throw Failure(kFinding, path.string() + " is no directory");
-        throw Failure(kOperatingFailure, "cannot make " + path.string() + ": " + reason.message());
+            throw Failure(kFinding, printableName(path.string()) + " is no directory");
+        throw Failure(kOperatingFailure, "cannot make " + printableName(path.string()) + ": " + reason.message());
     }
 
     fs::path m_root;

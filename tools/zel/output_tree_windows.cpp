@@ -3,6 +3,7 @@
 #include "output_tree.h"
 
 #include "failure.h"
+#include "printable_text.h"
 
 #include <windows.h>
 
@@ -40,7 +41,7 @@ class OutputTree::Walk {
 public:
     explicit Walk(fs::path root) : m_root(std::move(root)), m_here(m_root) {
         if (!fs::is_directory(m_root))
-            throw Failure(kOperatingFailure, "cannot open " + m_root.string() + ": it is no directory");
+            throw Failure(kOperatingFailure, "cannot open " + printableName(m_root.string()) + ": it is no directory");
     }
 
     fs::path pathOf(fs::path const& name) const { return m_here / name; }
@@ -52,9 +53,9 @@ public:
             DWORD const attributes = GetFileAttributesW(m_here.c_str());
             bool const exists = attributes != INVALID_FILE_ATTRIBUTES;
             if (exists && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
-                throw Failure(kFinding, m_here.string() + " is a link");
+                throw Failure(kFinding, printableName(m_here.string()) + " is a link");
             if (exists && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
-                throw Failure(kFinding, m_here.string() + " is no directory");
+                throw Failure(kFinding, printableName(m_here.string()) + " is no directory");
             if (!exists)
                 fs::create_directory(m_here);
         }
