@@ -21,8 +21,7 @@ std::unique_ptr<Script::Tree> Script::Parser::parse() {
     try {
         m_tree->addBlock("ROOT", nullptr);
         parseText();
-        for (Block& block : m_tree->blocks)
-            block.index(*m_tree);
+        m_tree->index(m_tree->blocks.front(), 0);
     } catch (Budget::Exceeded const&) {
         throw ScriptPreprocessorException_TooLarge(m_source.getFileName().c_str(), m_source.getLine());
     }
@@ -70,7 +69,7 @@ void Script::Parser::parseTopLevelBlock() {
         if (auto const character = peekCharacter())
             handleCharacter(*character);
         else if (m_levels.back().expectingName)
-            m_levels.pop_back();
+            leaveBlock();
         else // inside an assignment, or before the closing brace
             throw ScriptException_UnexpectedEndOfFile(m_source.getFileName().c_str());
     }
@@ -79,6 +78,12 @@ void Script::Parser::parseTopLevelBlock() {
 void Script::Parser::openBlock(Block& parent) {
     readHeader();
     m_levels.push_back({&m_tree->addBlock(m_header, &parent), std::pmr::string(&m_tree->budget)});
+}
+
+/// Nothing more belongs to it.
+void Script::Parser::leaveBlock() {
+    m_tree->index(*m_levels.back().block, m_levels.back().variableCount);
+    m_levels.pop_back();
 }
 
 /// The name between brackets; no blanks are allowed there.
@@ -170,7 +175,7 @@ void Script::Parser::endAssignment() {
     Level& level = m_levels.back();
     if (!m_inValue || level.name.empty() || m_value.empty())
         throwSyntaxError();
-    addVariable(*level.block, level.name);
+    addVariable(level);
     level.expectingName = true;
     level.name.clear();
     m_inValue = false;
@@ -184,7 +189,7 @@ void Script::Parser::handleOpeningBracket() {
     } else if (m_levels.back().hasBraces) {
         openBlock(*m_levels.back().block);
     } else {
-        m_levels.pop_back(); // the bracket is left to the enclosing level
+        leaveBlock(); // the bracket is left to the enclosing level
     }
 }
 
@@ -200,13 +205,16 @@ void Script::Parser::closeBrace() {
         --m_braceCount;
         m_source.advance();
     } // else the brace is left to the enclosing level
-    m_levels.pop_back();
+    leaveBlock();
     m_inValue = false; // Meant: an assignment that a brace cuts off is dropped.
 }
 
-void Script::Parser::addVariable(Block& block, std::pmr::string const& name) {
+void Script::Parser::addVariable(Level& level) {
     std::string_view const text = m_value.starts_with('"') ? std::string_view() : m_value;
-    block.append(newVariable(name, text, typedValue(name)));
+    StoredVariable& variable = newVariable(level.name, text, typedValue(level.name));
+    (level.lastVariable != nullptr ? level.lastVariable->next : level.block->firstVariable) = &variable;
+    level.lastVariable = &variable;
+    ++level.variableCount;
 }
 
 ScriptValue Script::Parser::typedValue(std::pmr::string const& name) {

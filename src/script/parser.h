@@ -27,6 +27,8 @@ private:
     struct Level {
         Block* block;
         std::pmr::string name; // of the variable being read
+        StoredVariable* lastVariable = nullptr;
+        std::size_t variableCount = 0;
         bool expectingName = true;
         bool hasBraces = false;
     };
@@ -38,6 +40,7 @@ private:
     void parseText();
     void parseTopLevelBlock();
     void openBlock(Block& parent);
+    void leaveBlock();
     void readHeader();
     void handleCharacter(char character);
     void handleQuote();
@@ -49,7 +52,7 @@ private:
     void handleOpeningBracket();
     void openBrace();
     void closeBrace();
-    void addVariable(Block& block, std::pmr::string const& name);
+    void addVariable(Level& level);
     ScriptValue typedValue(std::pmr::string const& name);
     StoredVariable& newVariable(std::string_view name, std::string_view text, ScriptValue const& value);
 

@@ -5,6 +5,7 @@
 #include "file/names.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <zel/file.h>
 #include <zel/script.h>
@@ -348,21 +349,22 @@ void ScriptPreprocessor::emitRun(std::string_view text) {
 void ScriptPreprocessor::emitPlace() {
     SourceFrame const& frame = m_frames.back();
     if (frame.name != m_lastEmittedName) {
-        m_output += {kMarker, 'F'};
-        appendNumber(frame.name->size());
+        appendRecord('F', frame.name->size());
         m_output += *frame.name;
         m_lastEmittedName = frame.name;
     }
     if (frame.line != m_lastEmittedLine) {
-        m_output += {kMarker, 'L'};
-        appendNumber(frame.line);
+        appendRecord('L', frame.line);
         m_lastEmittedLine = frame.line;
     }
 }
 
-void ScriptPreprocessor::appendNumber(std::uint64_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        m_output += static_cast<char>(static_cast<unsigned char>(value >> shift));
+void ScriptPreprocessor::appendRecord(char kind, std::uint64_t number) {
+    auto const byte = [number](int shift) {
+        return static_cast<char>(number >> shift & 0xFF);
+    };
+    std::array const record = {kMarker, kind, byte(24), byte(16), byte(8), byte(0)};
+    m_output.append(record.data(), record.size());
 }
 
 std::uint32_t ScriptPreprocessor::numberAt(std::size_t position) const {

@@ -103,7 +103,7 @@ private:
     void emitString(std::string_view text);
     void emitRun(std::string_view text);
     void emitPlace();
-    void appendNumber(std::uint64_t value);
+    void appendRecord(char kind, std::uint64_t number);
 
     void copyStringLiteral();
     void skipLineComment();

@@ -11,7 +11,6 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 #include <zel/script.h>
 
@@ -36,14 +35,16 @@ struct Script::StoredVariable {
     VarType type() const { return static_cast<VarType>(value.index()); }
 };
 
+/// Kept small, too. Few names are sought one after the other; many have an index.
 struct Script::Block {
-    /// What an index of many names is held for; fewer are sought one after the other.
     static constexpr std::size_t kFew = 8;
     static constexpr std::size_t kIndexedSize = 24; // of a name, in any index, at most about
 
     struct VariableIndex {
+        explicit VariableIndex(Budget& budget) : variables(&budget) {}
+
         std::pmr::vector<StoredVariable const*> variables; // in order of appearance
-        NameIndex names{};
+        NameIndex names;
 
         auto nameOfVariable() const {
             return [this](std::size_t i) {
@@ -56,10 +57,8 @@ struct Script::Block {
     Block const* parent;
     std::pmr::vector<Block const*> children; // in order of appearance
     StoredVariable* firstVariable = nullptr;
-    StoredVariable* lastVariable = nullptr;
-    std::size_t variableCount = 0;
-    NameIndex childNames{};                       // of many children
-    VariableIndex const* variableIndex = nullptr; // of many variables
+    NameIndex const* childIndex = nullptr;
+    VariableIndex const* variableIndex = nullptr;
 
     auto nameOfChild() const {
         return [this](std::size_t i) -> std::string_view {
@@ -67,19 +66,10 @@ struct Script::Block {
         };
     }
 
-    void append(StoredVariable& variable) {
-        (lastVariable != nullptr ? lastVariable->next : firstVariable) = &variable;
-        lastVariable = &variable;
-        ++variableCount;
-    }
-
-    /// To be called once all blocks and variables are there, before anything is sought.
-    void index(Tree& tree);
-
     /// The first child of that name; null when there is none.
     Block const* findChild(std::string_view wanted) const {
-        if (!childNames.empty()) {
-            auto const position = childNames.find(wanted, nameOfChild());
+        if (childIndex != nullptr) {
+            auto const position = childIndex->find(wanted, nameOfChild());
             return position ? children[*position] : nullptr;
         }
         for (Block const* child : children)
@@ -105,6 +95,7 @@ struct Script::Tree {
     Budget budget{};                        // where all of the others take their memory from
     std::pmr::deque<Block> blocks{&budget}; // ROOT first, then in the order of their headers
     std::pmr::deque<StoredVariable> variables{&budget};
+    std::pmr::deque<NameIndex> childIndexes{&budget};
     std::pmr::deque<Block::VariableIndex> variableIndexes{&budget};
     std::pmr::deque<std::string> strings{&budget};
     std::pmr::monotonic_buffer_resource characters{&budget};
@@ -118,23 +109,30 @@ struct Script::Tree {
             parent->children.push_back(&block);
         return block;
     }
-};
 
-inline void Script::Block::index(Tree& tree) {
-    if (children.size() > kFew) {
-        tree.budget.hold(kIndexedSize * children.size());
-        childNames = NameIndex(children.size(), nameOfChild());
+    /// To be called once the block has all of its children and variables, before anything is sought there.
+    void index(Block& block, std::size_t variableCount) {
+        if (block.children.size() > Block::kFew)
+            indexChildren(block);
+        if (variableCount > Block::kFew)
+            indexVariables(block, variableCount);
     }
-    if (variableCount > kFew) {
-        tree.budget.hold(kIndexedSize * variableCount);
-        std::pmr::vector<StoredVariable const*> variables(&tree.budget);
-        variables.reserve(variableCount);
-        for (StoredVariable const* variable = firstVariable; variable != nullptr; variable = variable->next)
-            variables.push_back(variable);
-        VariableIndex& index = tree.variableIndexes.emplace_back(VariableIndex{std::move(variables)});
-        index.names = NameIndex(variableCount, index.nameOfVariable());
-        variableIndex = &index;
+
+private:
+    void indexChildren(Block& block) {
+        budget.hold(Block::kIndexedSize * block.children.size());
+        block.childIndex = &childIndexes.emplace_back(block.children.size(), block.nameOfChild());
     }
-}
+
+    void indexVariables(Block& block, std::size_t count) {
+        budget.hold(Block::kIndexedSize * count);
+        Block::VariableIndex& added = variableIndexes.emplace_back(budget);
+        added.variables.reserve(count);
+        for (auto const* variable = block.firstVariable; variable != nullptr; variable = variable->next)
+            added.variables.push_back(variable);
+        added.names = NameIndex(count, added.nameOfVariable());
+        block.variableIndex = &added;
+    }
+};
 
 } // namespace Zel

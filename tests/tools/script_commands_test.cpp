@@ -75,7 +75,7 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
         {"[a] s = \"\\\"; #include gone", "s:1"},
         {"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
         {"#include inc\n#include gone\n", "inc:2"},
-        {"#include INC", "inc:2"},
+        {"#include inc", "inc:2"},
         {"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"}, // that quote ends the literal
         {"#include half\n\n*/ #include gone\n", "s:3"},                       // that comment goes on, too
         {"#define include x\n#include\tgone\r\n", "s:2"},
