@@ -122,8 +122,8 @@ public:
     /// FileException_DirectoryNotFound when that fails. Getting tells, as long as no named archive is
     /// registered, the working directory with a final separator and remembers it; afterwards, what is
     /// remembered, without one. It throws FileException_GetCurrentDirFailed when the working directory cannot
-    /// be told (one longer than 260 characters included and, on POSIX hosts, one with a ":" or "\" in it, where
-    /// no File could be opened).
+    /// be told (one longer than 260 characters included and, on POSIX hosts, one with a ":" or "\" in it,
+    /// where no File could be opened).
     static void setCurrentDir(std::string const& directory);
     static std::string getCurrentDir();
 

@@ -164,7 +164,7 @@ TEST_F(PosixRaceTest, ATemporaryExtractionTouchesNothingOutside) {
     Archive const archive(packArchive("a.bva", m_entries));
     File::setUniquePathNames(0);
     race(
-        300, temporaryRoot() / "tmp_1/maps",
+        150, temporaryRoot() / "tmp_1/maps",
         [] {
             std::string dir = "maps";
             try {
@@ -180,7 +180,7 @@ TEST_F(PosixRaceTest, ZelExtractTouchesNothingOutside) {
     packArchive("a.bva", m_entries);
     fs::current_path(path("."));
     race(
-        100, path("out/maps"),
+        50, path("out/maps"),
         [] {
             std::stringstream streams;
             File::sm_datadir = Zel::Path();

@@ -33,8 +33,12 @@ public:
 
     // What follows is done in the directory that was entered.
 
-    /// The file of that name. Nothing when there is none, or a directory, which `isDirectory` tells apart.
-    std::optional<FileIdentity> find(std::filesystem::path const& name, bool& isDirectory) const;
+    /// What has that name; of a link, the link itself.
+    struct Found {
+        FileIdentity identity;
+        bool isDirectory;
+    };
+    std::optional<Found> find(std::filesystem::path const& name) const;
 
     /// Makes a file; null, with the reason in errno, when that fails or the name is taken.
     std::FILE* create(std::filesystem::path const& name) const;

@@ -135,11 +135,11 @@ OutputTree::~OutputTree() = default;
 
 void OutputTree::enter(fs::path const& directory) { m_walk->enter(directory); }
 
-std::optional<FileIdentity> OutputTree::find(fs::path const& name, bool& isDirectory) const {
-    struct stat status = {};
-    bool const exists = fstatat(m_walk->here(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
-    isDirectory = exists && S_ISDIR(status.st_mode);
-    return exists && !isDirectory ? std::optional(identityOf(status)) : std::nullopt;
+std::optional<OutputTree::Found> OutputTree::find(fs::path const& name) const {
+    struct stat status;
+    if (fstatat(m_walk->here(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    return Found{identityOf(status), S_ISDIR(status.st_mode)};
 }
 
 std::FILE* OutputTree::create(fs::path const& name) const {

@@ -22,19 +22,16 @@ struct HandleCloser {
     void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
 
-std::optional<FileIdentity> identityOf(HANDLE file) {
-    BY_HANDLE_FILE_INFORMATION info;
-    if (!GetFileInformationByHandle(file, &info))
-        return std::nullopt;
-    return FileIdentity(info.dwVolumeSerialNumber,
-                        std::uint64_t{info.nFileIndexHigh} << 32 | info.nFileIndexLow);
+FileIdentity identityOf(BY_HANDLE_FILE_INFORMATION const& info) {
+    return {info.dwVolumeSerialNumber, std::uint64_t{info.nFileIndexHigh} << 32 | info.nFileIndexLow};
 }
 
 } // namespace
 
 FileIdentity identityOf(std::FILE* stream) {
-    auto* const file = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
-    return identityOf(file).value_or(FileIdentity());
+    BY_HANDLE_FILE_INFORMATION info = {};
+    GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &info);
+    return identityOf(info);
 }
 
 class OutputTree::Walk {
@@ -71,17 +68,18 @@ OutputTree::~OutputTree() = default;
 
 void OutputTree::enter(fs::path const& directory) { m_walk->enter(directory); }
 
-std::optional<FileIdentity> OutputTree::find(fs::path const& name, bool& isDirectory) const {
-    fs::path const path = m_walk->pathOf(name);
-    DWORD const attributes = GetFileAttributesW(path.c_str());
-    isDirectory = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    HANDLE const file = CreateFileW(
-        path.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+std::optional<OutputTree::Found> OutputTree::find(fs::path const& name) const {
+    HANDLE const file =
+        CreateFileW(m_walk->pathOf(name).c_str(), FILE_READ_ATTRIBUTES,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr); // directories, too
     if (file == INVALID_HANDLE_VALUE)
         return std::nullopt;
     std::unique_ptr<HANDLE, HandleCloser> const closer(file);
-    return isDirectory ? std::nullopt : identityOf(file);
+    BY_HANDLE_FILE_INFORMATION info;
+    if (!GetFileInformationByHandle(file, &info))
+        return std::nullopt;
+    return Found{identityOf(info), (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
 }
 
 std::FILE* OutputTree::create(fs::path const& name) const {

@@ -40,12 +40,11 @@ fs::path Unpacking::place(std::string const& entryName) {
         throw Failure(kFinding, "it would be the same file as " + printableName(earlier->second));
 
     m_tree.enter(target.parent_path());
-    bool isDirectory = false;
-    auto const older = m_tree.find(target.filename(), isDirectory);
-    if (isDirectory)
+    auto const older = m_tree.find(target.filename());
+    if (older && older->isDirectory)
         throw Failure(kFinding, printableName((m_directory / target).string()) + " is a directory");
     // Hosts have rules of their own for names that are one: only they know all of them.
-    auto const same = older ? m_extracted.find(*older) : m_extracted.end();
+    auto const same = older ? m_extracted.find(older->identity) : m_extracted.end();
     if (same != m_extracted.end())
         throw Failure(kFinding, "it would be the same file as " + printableName(same->second));
     return target;

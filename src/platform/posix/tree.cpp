@@ -86,7 +86,7 @@ private:
     int here() const { return m_here.isOpen() ? m_here.get() : m_root.get(); }
     Identity identityHere() const { return m_steps.empty() ? m_rootIdentity : m_steps.back().identity; }
     bool isPrivate() const { return m_kind == Private; }
-    bool goUp();
+    void goUp();
     bool goDown(std::string const& name);
     Names& namesHere();
     void note(std::string const& name);
@@ -133,8 +133,8 @@ std::optional<std::string> Tree::Walk::goTo(std::string const& path) {
     std::size_t common = 0;
     while (common < depth && common < m_steps.size() && m_steps[common].name == names[common])
         ++common;
-    while (m_steps.size() > common && goUp()) {
-    }
+    while (m_steps.size() > common)
+        goUp();
     while (m_steps.size() < depth) {
         if (!goDown(names[m_steps.size()]))
             return std::nullopt;
@@ -142,25 +142,21 @@ std::optional<std::string> Tree::Walk::goTo(std::string const& path) {
     return names.back();
 }
 
-/// Goes to the directory above. False when somebody has moved one, so that the way back is lost: then the
-/// walk stands at the root again.
-bool Tree::Walk::goUp() {
+/// Goes to the directory above or, when somebody has moved one so that the way back is lost, to the root.
+void Tree::Walk::goUp() {
     m_made.clear();
     m_steps.pop_back();
-    if (!m_steps.empty()) {
-        Descriptor above(openat(m_here.get(), "..", kEnterDirectory));
-        struct stat status;
-        if (fstat(above.get(), &status) == 0 && identityOf(status) == m_steps.back().identity) {
-            m_here = std::move(above);
-            return true;
-        }
+    Descriptor above(m_steps.empty() ? -1 : openat(m_here.get(), "..", kEnterDirectory));
+    struct stat status;
+    if (above.isOpen() && fstat(above.get(), &status) == 0 && identityOf(status) == m_steps.back().identity) {
+        m_here = std::move(above);
+    } else {
         m_steps.clear();
+        m_here = Descriptor();
     }
-    m_here = Descriptor();
-    return false;
 }
 
-/// Enters a directory.
+/// Enters a directory. False when that cannot be.
 bool Tree::Walk::goDown(std::string const& name) {
     int const flags = kEnterDirectory | (isPrivate() ? O_NOFOLLOW : 0);
     Descriptor below(withName(name, [&](char const* exact) { return openat(here(), exact, flags); }));
