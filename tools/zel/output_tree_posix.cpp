@@ -64,7 +64,8 @@ class OutputTree::Walk {
 public:
     explicit Walk(fs::path root) : m_root(std::move(root)), m_top(open(m_root.c_str(), kEnterDirectory)) {
         if (!m_top.isOpen())
-            throw Failure(kOperatingFailure, "cannot open " + printableName(m_root.string()) + ": " + lastError().message());
+            throw Failure(kOperatingFailure,
+                          "cannot open " + printableName(m_root.string()) + ": " + lastError().message());
     }
 
     int here() const { return m_here.isOpen() ? m_here.get() : m_top.get(); }
@@ -121,7 +122,8 @@ private:
             throw Failure(kFinding, printableName(path.string()) + " is a link");
         if (exists && !S_ISDIR(status.st_mode))
             throw Failure(kFinding, printableName(path.string()) + " is no directory");
-        throw Failure(kOperatingFailure, "cannot make " + printableName(path.string()) + ": " + reason.message());
+        throw Failure(kOperatingFailure,
+                      "cannot make " + printableName(path.string()) + ": " + reason.message());
     }
 
     fs::path m_root;

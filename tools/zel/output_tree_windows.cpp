@@ -38,7 +38,8 @@ class OutputTree::Walk {
 public:
     explicit Walk(fs::path root) : m_root(std::move(root)), m_here(m_root) {
         if (!fs::is_directory(m_root))
-            throw Failure(kOperatingFailure, "cannot open " + printableName(m_root.string()) + ": it is no directory");
+            throw Failure(kOperatingFailure,
+                          "cannot open " + printableName(m_root.string()) + ": it is no directory");
     }
 
     fs::path pathOf(fs::path const& name) const { return m_here / name; }

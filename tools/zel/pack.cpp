@@ -23,7 +23,7 @@ void writeArchive(ArchiveWriter const& writer, std::filesystem::path const& outp
     PendingFile file(output);
     Progress progress(console.terminal, "packing", writer.archiveSize());
     writer.write(file.stream(), [&progress](std::uint64_t bytes) { progress.advance(bytes); });
-    file.commitToDisk();
+    file.commit();
 }
 
 void tell(PackingPlan const& plan, Console const& console) {

@@ -73,22 +73,11 @@ PendingFile::~PendingFile() {
 }
 
 void PendingFile::commit() {
-    close();
-    std::error_code error;
-    fs::rename(m_temporary, m_target, error);
-    requireSuccess(m_target, error);
-}
-
-void PendingFile::commitToDisk() {
-    close();
-    requireSuccess(m_target, bringToDisk(m_temporary));
-    requireSuccess(m_target, replaceOnDisk(m_temporary, m_target));
-}
-
-void PendingFile::close() {
     m_stream.close();
     if (!m_stream)
         throwCannotWrite(m_target, lastError());
+    requireSuccess(m_target, bringToDisk(m_temporary));
+    requireSuccess(m_target, replaceOnDisk(m_temporary, m_target));
 }
 
 } // namespace zel

@@ -29,17 +29,11 @@ public:
     /// The temporary file, for a writer that opens it by itself. It has the target's extension.
     std::filesystem::path const& temporary() const { return m_temporary; }
 
-    /// Puts the file under its name. Throws Failure when not all that was written could be stored. The host
-    /// brings it to the disk in its own time: fit for many small files.
+    /// Puts the file under its name, and returns when it is on the disk: after a loss of power the older file
+    /// is there or the new one, whole. Throws Failure when not all that was written could be stored.
     void commit();
 
-    /// The same, and returns when it is on the disk. After a loss of power the older file is there or the new
-    /// one, whole.
-    void commitToDisk();
-
 private:
-    void close();
-
     std::filesystem::path m_target;
     std::filesystem::path m_temporary;
     RemovedOnInterruption m_removed;

@@ -86,7 +86,7 @@ void savePicture(Zel::Image const& image, std::string const& hostPath) {
         throw Failure(kOperatingFailure, "cannot write " + printableName(hostPath) +
                                              ": the disk is full, or the file would pass 2 GiB");
     }
-    file.commitToDisk();
+    file.commit();
 }
 
 } // namespace zel

@@ -83,9 +83,9 @@ void UnpackedFile::commit() {
 }
 
 void UnpackedFile::throwCannotWrite(std::error_code reason) const {
-    throw Failure(kOperatingFailure,
-                  "cannot write " + printableName((m_unpacking.m_directory / m_target).string()) + ": " +
-                      reason.message());
+    throw Failure(kOperatingFailure, "cannot write " +
+                                         printableName((m_unpacking.m_directory / m_target).string()) + ": " +
+                                         reason.message());
 }
 
 } // namespace zel
