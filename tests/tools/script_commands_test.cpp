@@ -92,11 +92,11 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
     std::string text;
     for (std::string name = "s"; name.size() < 600; name = "./" + name)
         text += "// #include " + name + "\n";
-    writeFile("s", text + "#include gone\n");
+    writeFile("s", text + "#include inc\n");
     test::FailingHostCall const call(200);
     EXPECT_EQ(zel({"script", "check", "s"}), 1);
     EXPECT_FALSE(test::FailingHostCall::happened());
-    EXPECT_EQ(out(), "s:301: Failed to open file \"gone\"\n");
+    EXPECT_EQ(out(), "inc:2: Failed to open file \"gone\"\n");
 }
 
 TEST_F(ScriptCommandsTest, AFolderIsReadOnce) {
