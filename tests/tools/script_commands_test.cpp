@@ -93,7 +93,7 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
     for (std::string name = "s"; name.size() < 600; name = "./" + name)
         text += "// #include " + name + "\n";
     writeFile("s", text + "#include inc\n");
-    test::FailingHostCall const call(200);
+    test::FailingHostCall const call(1'000);
     EXPECT_EQ(zel({"script", "check", "s"}), 1);
     EXPECT_FALSE(test::FailingHostCall::happened());
     EXPECT_EQ(out(), "inc:2: Failed to open file \"gone\"\n");
