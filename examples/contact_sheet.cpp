@@ -28,7 +28,7 @@ Zel::Image loadPicture(std::string const& name) {
     // Windows it needs what com_windows.cpp does.
     bool const isJpeg = fs::path(name).extension() == ".jpg";
     try {
-        return Zel::Image(isJpeg ? Zel::File::getDataDir() + name : name);
+        return {isJpeg ? Zel::File::getDataDir() + name : name};
     } catch (Zel::JPEGLoaderException_LoadFailed const&) { // which has no message
         std::printf("  %-24s left out: not a JPEG picture that can be decoded\n", name.c_str());
     } catch (Zel::Exception const& exception) {
