@@ -36,7 +36,7 @@ protected:
     /// An existing directory to extract into, as the library wants it.
     std::string destination() const {
         fs::create_directories(path("out"));
-        return test::libraryPath(path("out")) + "\\";
+        return test::libraryPath(path("out/"));
     }
 };
 
@@ -85,30 +85,27 @@ TEST_F(ExtractionTest, WhatNoArchiveHasIsLookedForOnDiskUnlessArchivesAreAll) {
     Archive const archive(packArchive("a.bva", {{"sub\\a", "a"}}));
     writeFile("loose/file", "x");
     struct {
+        bool (*extract)(std::string& name);
         int archiveOnly;
-        char const* name;
+        std::string name;
         bool found;
-    } const cases[] = {{0, "LOOSE/File", true}, {1, "LOOSE/File", false}, {0, "missing", false}};
-    for (auto const& [archiveOnly, given, found] : cases) {
+        std::string told;
+    } const cases[] = {
+        {File::extractFile, 0, "LOOSE/File", true, key("loose\\file")},
+        {File::extractFile, 1, "LOOSE/File", false, key("loose\\file")},
+        {File::extractFile, 0, "missing", false, key("missing")},
+        {File::extractDirectory, 0, "Loose", true, key("loose\\")},
+        {File::extractDirectory, 0, "missing", false, key("missing\\")},
+        {File::extractDirectory, 1, "Loose", false, "Loose"},
+    };
+    for (auto const& [extract, archiveOnly, given, found, told] : cases) {
         File::setArchiveOnly(archiveOnly);
         std::string name = given;
-        EXPECT_EQ(File::extractFile(name), found) << given;
-        EXPECT_EQ(name, key(given == std::string("missing") ? "missing" : "loose\\file"));
+        EXPECT_EQ(extract(name), found) << given;
+        EXPECT_EQ(name, told);
+        EXPECT_EQ(File::sm_extractedFiles.size(), 1u) << "it has made its directory all the same: " << given;
+        expectNothingAfterCleanup();
     }
-    EXPECT_EQ(File::sm_extractedFiles.size(), 3u) << "each has made its directory all the same";
-
-    File::setArchiveOnly(0);
-    std::string dir = "Loose";
-    EXPECT_TRUE(File::extractDirectory(dir));
-    EXPECT_EQ(dir, key("loose\\"));
-    dir = "missing";
-    EXPECT_FALSE(File::extractDirectory(dir));
-    EXPECT_EQ(dir, key("missing\\"));
-    File::setArchiveOnly(1);
-    dir = "Loose";
-    EXPECT_FALSE(File::extractDirectory(dir));
-    EXPECT_EQ(dir, "Loose") << "left alone";
-    expectNothingAfterCleanup();
 }
 
 TEST_F(ExtractionTest, OnlyTheNewestArchiveWithAMatchIsUsed) {
@@ -145,8 +142,7 @@ TEST_F(ExtractionTest, APermanentExtractionStaysAndOverwrites) {
 }
 
 TEST_F(ExtractionTest, TheRelativePartIsTheKeyWithoutTheDataDirectory) {
-    std::string const scratch =
-        test::libraryPath(path("a")).substr(0, test::libraryPath(path("a")).size() - 1);
+    std::string const scratch = test::libraryPath(path(""));
     std::string const archiveFile = packArchive("a.bva", {{"dir\\a", "x"}});
     fs::current_path(path("."));
     for (std::string const& dataDirectory :
@@ -188,27 +184,20 @@ TEST_F(ExtractionTest, NamesThatLeadAstrayAreRefused) {
 }
 
 TEST_F(ExtractionTest, TheFirstFailureEndsTheExtraction) {
-    struct {
-        char const* fact;
-        test::Entries entries;
-        std::vector<std::string> extracted;
-    } const cases[] = {
-        {"one name is another's directory", {{"d\\a", "1"}, {"d\\a\\b", "2"}, {"d\\c", "3"}}, {"a"}},
-        {"a name leads out", {{"d\\", "0"}, {"d\\a", "1"}}, {}},
-        {"a later name leads out", {{"d\\a", "1"}, {"d\\b\\..\\c", "2"}, {"d\\d", "3"}}, {"a"}},
+    std::pair<test::Entries, std::vector<std::string>> const cases[] = {
+        {{{"d\\a", "1"}, {"d\\a\\b", "2"}, {"d\\c", "3"}}, {"d", "d/a"}}, // one name is another's directory
+        {{{"d\\", "0"}, {"d\\a", "1"}}, {}},                              // a name leads out
+        {{{"d\\a", "1"}, {"d\\b\\..\\c", "2"}, {"d\\d", "3"}}, {"d", "d/a"}}, // a later one does
     };
-    for (auto const& [fact, entries, extracted] : cases) {
+    for (auto const& [entries, extracted] : cases) {
+        SCOPED_TRACE(entries.front().first);
         Archive const archive(packArchive("a.bva", entries));
         std::string dir = "d";
-        EXPECT_FALSE(File::extractDirectory(dir)) << fact;
+        EXPECT_FALSE(File::extractDirectory(dir));
         std::string const temporary = File::sm_extractedFiles.front();
-        EXPECT_EQ(dir, extracted.empty() ? "d" : temporary + "d\\") << fact;
-        EXPECT_THAT(extracted.empty() ? std::vector<std::string>() : treeOf(onDisk(dir)),
-                    testing::ElementsAreArray(extracted))
-            << fact;
-        if (!extracted.empty()) {
-            EXPECT_EQ(readThroughLibrary(dir + extracted.back()), "1") << fact;
-        }
+        EXPECT_EQ(dir, extracted.empty() ? "d" : temporary + "d\\");
+        EXPECT_THAT(treeOf(onDisk(temporary)), testing::ElementsAreArray(extracted));
+        EXPECT_TRUE(extracted.empty() || readThroughLibrary(temporary + "d\\a") == "1");
         expectNothingAfterCleanup();
     }
 }
@@ -231,15 +220,10 @@ TEST_F(ExtractionTest, OfEntriesThatAreOneFileTheLastStays) {
 TEST_F(ExtractionTest, DamageIsAnExceptionThatNamesTheKeyAndLeavesNoFile) {
     std::string const archiveFile = packArchive("a.bva", {{"d\\a", std::string(20'000, 'x')}});
     std::string const sound = readFile("a.bva");
-    std::string flipped = sound;
-    flipped.back() ^= 1;
     std::string const cut = sound.substr(0, sound.size() - 1);
     std::string const quoted = "\"" + key("d\\a") + "\"";
-    struct {
-        std::string bytes;
-        std::string error;
-    } const cases[] = {
-        {flipped, "File " + quoted + " is corrupted"},
+    std::pair<std::string, std::string> const cases[] = {
+        {cut + static_cast<char>(sound.back() ^ 1), "File " + quoted + " is corrupted"},
         {cut, "Read error in " + quoted},
         {zel::archiveHead({{"d\\a", 1, 0x80000000, 0}}), "Seek error in " + quoted},
         {zel::archiveHead({{"d\\a", 0xFFFFFFFF, 8, 0}}), "Read error in " + quoted},

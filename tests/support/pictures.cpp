@@ -9,16 +9,16 @@
 namespace test {
 namespace {
 
+std::string number(int value, int count) { return littleEndian(static_cast<std::uint32_t>(value), count); }
+
+} // namespace
+
 std::string littleEndian(std::uint32_t value, int count) {
     std::string text;
     for (int i = 0; i < count; ++i, value >>= 8)
         text += static_cast<char>(value & 255U);
     return text;
 }
-
-std::string number(int value, int count) { return littleEndian(static_cast<std::uint32_t>(value), count); }
-
-} // namespace
 
 std::string bytes(std::vector<int> const& values) {
     std::string text;

@@ -11,6 +11,9 @@ namespace test {
 /// The bytes given, each from 0 to 255.
 std::string bytes(std::vector<int> const& values);
 
+/// The lowest so many bytes of a number.
+std::string littleEndian(std::uint32_t value, int count);
+
 /// A TGA header; colour map and pixels go behind it.
 struct Tga {
     int type = 2;
