@@ -1,6 +1,7 @@
 // Typed values to the byte.
 
 #include "support/library_test.h"
+#include "support/pictures.h"
 
 #include <cstring>
 #include <limits>
@@ -9,6 +10,7 @@
 
 namespace {
 
+using test::bytes;
 using Zel::BinaryFile;
 using Zel::Float16;
 using Vector2 = Zel::Vector2Template<float>;
@@ -41,13 +43,6 @@ protected:
         }
     }
 };
-
-std::string bytes(std::initializer_list<int> values) {
-    std::string text;
-    for (int value : values)
-        text += static_cast<char>(value);
-    return text;
-}
 
 TEST_F(BinaryFileTest, EveryTypeHasItsBytes) {
     expectBytes(true, bytes({1}), bytes({1}));
@@ -102,18 +97,18 @@ TEST_F(BinaryFileTest, TextReadFromElsewhereTakesWhatIsLeftAndThrows) {
 /// A file that becomes shorter while it is open, so that the host delivers only the first bytes of a value.
 class ShortBinaryFileTest : public BinaryFileTest {
 protected:
-    /// A value whose reading fails after one byte, after two, and so on up to one short of its width.
-    template <class T>
+    /// Values whose reading fails after one byte, after two, and so on up to one short of their width.
+    template <class... Types>
     void expectPartly(std::size_t width) const {
         for (bool const archived : {false, true})
             for (auto order : {BinaryFile::BYTEORDER_NATIVE, BinaryFile::BYTEORDER_SWAPPED})
                 for (std::size_t came = 1; came < width; ++came)
-                    expectPartly<T>(archived, order, came);
+                    (expectPartOf<Types>(archived, order, came), ...);
     }
 
 private:
     template <class T>
-    void expectPartly(bool archived, BinaryFile::ByteOrder order, std::size_t came) const {
+    void expectPartOf(bool archived, BinaryFile::ByteOrder order, std::size_t came) const {
         std::string const content = std::string(kStart, ' ') + "ABCDEFGHIJKLMNOP";
         std::string const name = archived ? "a.bva" : "value";
         writeFile("value", content);
@@ -140,14 +135,8 @@ private:
 };
 
 TEST_F(ShortBinaryFileTest, AFailedReadLeavesTheBytesThatCame) {
-    expectPartly<short>(2);
-    expectPartly<unsigned short>(2);
-    expectPartly<Float16>(2);
-    expectPartly<int>(4);
-    expectPartly<unsigned int>(4);
-    expectPartly<long>(4);
-    expectPartly<unsigned long>(4);
-    expectPartly<float>(4);
+    expectPartly<short, unsigned short, Float16>(2);
+    expectPartly<int, unsigned int, long, unsigned long, float>(4);
     expectPartly<Vector2>(4); // the first component
 }
 

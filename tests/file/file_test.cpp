@@ -14,14 +14,7 @@ namespace fs = std::filesystem;
 using test::errorOf;
 using test::readThroughLibrary;
 
-class FileTest : public test::LibraryTest {
-protected:
-    /// Writes an archive whose table says of one entry whatever the record says.
-    std::string archiveWithRecord(zel::ArchiveRecord const& record) const {
-        writeFile("odd.bva", zel::archiveHead({record}) + "four");
-        return test::libraryPath(path("odd.bva"));
-    }
-};
+using FileTest = test::LibraryTest;
 
 TEST_F(FileTest, ADefaultFileIsClosedAndEmpty) {
     Zel::File file;
@@ -82,52 +75,33 @@ TEST_F(FileTest, AnyFlippedBitOfAnEntryIsFoundWhenItIsOpened) {
 }
 
 TEST_F(FileTest, AnEntryOutsideItsArchiveIsAReadOrSeekError) {
-    struct {
-        std::uint32_t size, offset;
-        char const* error;
-    } const cases[] = {
-        {5, 29, "Read error in \"a\""},
-        {1, 4096, "Read error in \"a\""},
-        {0x7FFFFFFF, 29, "Read error in \"a\""},
-        {0x7FFFFFFF, 0x7FFFFFFF, "Read error in \"a\""},
-        {0xFFFFFFFF, 29, "Read error in \"a\""},
-        {0x80000000, 0, "Read error in \"a\""},
-        {1, 0x80000000, "Seek error in \"a\""},
-        {1, 0xFFFFFFFF, "Seek error in \"a\""},
-        {0xFFFFFFFF, 0xFFFFFFFF, "Seek error in \"a\""},
-    };
-    for (auto const& [size, offset, error] : cases) {
-        Zel::Archive const archive(archiveWithRecord({"a", size, offset, 0}));
-        std::string const found = errorOf<Zel::FileException>([] { Zel::File("a", Zel::File::READ); });
-        EXPECT_EQ(found, error) << size << " at " << offset;
-    }
+    using Places = std::vector<std::pair<std::uint32_t, std::uint32_t>>; // sizes and offsets
+    std::pair<char const*, Places> const cases[] = {
+        {"Read error in \"a\"",
+         {{5, 29}, {1, 4096}, {0x7FFFFFFF, 29}, {0x7FFFFFFF, 0x7FFFFFFF}, {0xFFFFFFFF, 29}, {0x80000000, 0}}},
+        {"Seek error in \"a\"", {{1, 0x80000000}, {1, 0xFFFFFFFF}, {0xFFFFFFFF, 0xFFFFFFFF}}}};
+    for (auto const& [error, places] : cases)
+        for (auto const& [size, offset] : places) {
+            writeFile("odd.bva", zel::archiveHead({{"a", size, offset, 0}}) + "four");
+            Zel::Archive const archive(test::libraryPath(path("odd.bva")));
+            std::string const found = errorOf<Zel::FileException>([] { Zel::File("a", Zel::File::READ); });
+            EXPECT_EQ(found, error) << size << " at " << offset;
+        }
 }
 
 TEST_F(FileTest, WhatCannotBeOpenedIsNamedAsGiven) {
     fs::create_directory(path("folder"));
     writeFile("plain", "x");
-    struct {
-        std::string name;
-        Zel::File::Mode mode;
-    } const cases[] = {
-        {"Missing/File.txt", Zel::File::READ},
-        {"Missing/File.txt", Zel::File::WRITE},
-        {"folder", Zel::File::READ},
-        {"folder", Zel::File::WRITE},
-        {"folder", Zel::File::WRITE_TEXT},
-        {"plain/x", Zel::File::READ},
-        {"plain/x", Zel::File::WRITE},
-        {"plain", static_cast<Zel::File::Mode>(4)},
-        {"plain", static_cast<Zel::File::Mode>(-1)},
-        {"q:\\plain", Zel::File::READ},
-        {"q:\\plain", Zel::File::WRITE},
-        {"", Zel::File::READ},
+    auto const expectNamed = [](std::string const& name, Zel::File::Mode mode) {
+        EXPECT_EQ(errorOf<Zel::FileException_OpenFailed>([&] { Zel::File(name, mode); }),
+                  "Failed to open file \"" + name + "\"")
+            << mode;
     };
-    for (auto const& test : cases) {
-        EXPECT_EQ(errorOf<Zel::FileException_OpenFailed>([&test] { Zel::File(test.name, test.mode); }),
-                  "Failed to open file \"" + test.name + "\"")
-            << test.mode;
-    }
+    for (auto mode : {Zel::File::READ, Zel::File::WRITE, Zel::File::WRITE_TEXT})
+        for (char const* name : {"Missing/File.txt", "folder", "plain/x", "q:\\plain", ""})
+            expectNamed(name, mode);
+    for (int mode : {4, -1})
+        expectNamed("plain", static_cast<Zel::File::Mode>(mode));
     EXPECT_EQ(
         errorOf<Zel::FileException_DirectoryNotFound>([] { Zel::File("q:/a/../../../x/", Zel::File::READ); }),
         "Directory \"q:\\a\\..\\..\\..\\x\" not found");
@@ -143,15 +117,10 @@ TEST_F(FileTest, ANameWithAZeroByteOpensNothing) {
     EXPECT_EQ(readFile("plain"), "x");
 }
 
-TEST_F(FileTest, AnEmptyLooseFileIsAtItsEndAtOnce) {
-    writeFile("empty", "");
-    Zel::File file("empty", Zel::File::READ);
-    EXPECT_EQ(file.getSize(), 0);
-    EXPECT_TRUE(file.endReached());
-}
-
-TEST_F(FileTest, ALooseFilePast31BitsCannotBeOpened) {
-    std::ofstream(path("large"), std::ios::binary).put('x');
+TEST_F(FileTest, ALooseFileHasFromNoBytesTo31BitsOfThem) {
+    writeFile("large", "");
+    EXPECT_EQ(Zel::File("large", Zel::File::READ).getSize(), 0);
+    EXPECT_TRUE(Zel::File("large", Zel::File::READ).endReached());
     fs::resize_file(path("large"), 0x7FFFFFFF); // takes no space: the file has a hole
     EXPECT_EQ(Zel::File("large", Zel::File::READ).getSize(), 0x7FFFFFFF);
     fs::resize_file(path("large"), 0x80000000);
@@ -178,10 +147,8 @@ TEST_F(FileTest, WritingEmptiesALooseFileAndNeverTouchesAnArchive) {
     writeFile("a", "a long text");
     Zel::Archive const archive(packArchive("a.bva", {{"a", "packed"}, {"b", "packed"}}));
     std::string const before = readFile("a.bva");
-    {
-        Zel::File("A", Zel::File::WRITE).write("new", 3);
-        Zel::File("B", Zel::File::WRITE).write("new", 3);
-    }
+    Zel::File("A", Zel::File::WRITE).write("new", 3);
+    Zel::File("B", Zel::File::WRITE).write("new", 3);
     EXPECT_EQ(readFile("a"), "new");
     EXPECT_EQ(readFile("b"), "new") << "created under the folded name";
     EXPECT_EQ(readFile("a.bva"), before);

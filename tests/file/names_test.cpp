@@ -1,16 +1,14 @@
 // Taking names apart.
 
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 #include <zel/file.h>
 
 namespace {
 
-struct NameCase {
-    std::string name;
-    std::string expected;
-};
-
-void expectAll(std::string (*function)(std::string const&), std::initializer_list<NameCase> cases) {
+void expectAll(std::string (*function)(std::string const&),
+               std::vector<std::pair<std::string, std::string>> const& cases) {
     for (auto const& [name, expected] : cases)
         EXPECT_EQ(function(name), expected) << name;
 }

@@ -48,49 +48,27 @@ TEST_F(TemporaryTest, NumberedDirectoriesTakeTheFirstFreeNumberUpTo50) {
     EXPECT_EQ(File::sm_extractedFiles.size(), 49u) << "a failure records nothing";
 }
 
-TEST_F(TemporaryTest, TempNamesTakeTheFirstFreeNumber) {
+TEST_F(TemporaryTest, TempNamesTakeTheFirstFreeNumberInEveryNotation) {
     fs::current_path(path("."));
+    writeFile("a0.txt", "x");
     struct {
         char const* pattern;
-        char const* existing;
+        int taken; ///< how many of its names there are made before
         char const* expected;
-    } const cases[] = {
-        {"new%u.txt", "", "new0.txt"},
-        {"a%u.txt", "a0.txt", "a1.txt"},
-        {"b%03d", "b000", "b001"},
-        {"100%%_%x", "100%_0", "100%_1"},
-        {"c%-3d|", "", "c0  |"},
-        {"free.txt", "", "free.txt"},
-        {"100%%", "", "100%"},
-        {"d%i", "d0", "d1"},
-        {"e%.3u", "", "e000"},
-        {"f%+05d", "", "f+0000"},
-        {"g%5.3i|", "", "g  000|"},
-        {"h%05.3u", "", "h  000"}, // a precision makes the 0 a mere flag
-        {"i% u", "", "i0"},
-        {"j% d", "", "j 0"}, // what has no sign shows none
-        {"k%#.0o", "", "k0"},
-        {"l%#x", "l0", "l0x1"},
-        {"m%.0u", "m", "m1"},
-        {"n%-#6Xz", "n0     z", "n0X1   z"},
-    };
-    for (auto const& [pattern, existing, expected] : cases) {
-        if (*existing != '\0')
-            writeFile(existing, "x");
-        EXPECT_EQ(File::getTempName(pattern), expected);
-    }
-}
-
-TEST_F(TemporaryTest, TempNamesCountInEveryNotation) {
-    fs::current_path(path("."));
-    std::pair<std::string, std::string> const twelfth[] = {
-        {"a%u", "a12"},   {"b%%%x", "b%c"},     {"c%#06X", "c0X000C"}, {"d%o", "d14"},
-        {"e%#o", "e014"}, {"f%-4oz", "f14  z"}, {"g%+.3i", "g+012"}};
-    for (auto const& [pattern, expected] : twelfth) {
-        for (int number = 0; number < 12; ++number)
+    } const cases[] = {{"a%u.txt", 0, "a1.txt"},  {"b%03d", 1, "b001"},        {"100%%_%x", 12, "100%_c"},
+                       {"c%-3d|", 0, "c0  |"},    {"free.txt", 0, "free.txt"}, {"100%%", 0, "100%"},
+                       {"d%i", 1, "d1"},          {"e%.3u", 0, "e000"},        {"f%+05d", 0, "f+0000"},
+                       {"g%5.3i|", 0, "g  000|"}, {"i% u", 0, "i0"},           {"k%#.0o", 0, "k0"},
+                       {"l%#x", 1, "l0x1"},       {"m%.0u", 1, "m1"},          {"n%-#6Xz", 1, "n0X1   z"},
+                       {"o%u", 12, "o12"},        {"p%#06X", 12, "p0X000C"},   {"q%o", 12, "q14"},
+                       {"r%#o", 12, "r014"},      {"s%-4oz", 12, "s14  z"},    {"t%+.3i", 12, "t+012"}};
+    for (auto const& [pattern, taken, expected] : cases) {
+        for (int number = 0; number < taken; ++number)
             writeFile(File::getTempName(pattern), "x");
         EXPECT_EQ(File::getTempName(pattern), expected);
     }
+    EXPECT_EQ(File::getTempName("%05.3u"), "  000") << "a precision makes the 0 a mere flag";
+    EXPECT_EQ(File::getTempName("% d"), " 0") << "what has no sign shows none";
 }
 
 TEST_F(TemporaryTest, PatternsThatGiveNoNameOfTheirOwnAreRefused) {
