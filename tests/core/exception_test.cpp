@@ -22,23 +22,18 @@ static_assert(std::is_convertible_v<std::string, Zel::MemoryFile>);
 static_assert(std::is_convertible_v<Zel::Timer::Type, Zel::Timer>);
 static_assert(!std::is_convertible_v<std::string, Zel::Path> && !std::is_convertible_v<int, Zel::Image>);
 
-TEST(ExceptionTest, EveryKindWritesItsMessage) {
+static_assert(std::is_base_of_v<Zel::FileException, Zel::FileException_SeekError>);
+static_assert(std::is_base_of_v<Zel::Exception, Zel::Exception_ArchiveCorrupt>);
+static_assert(!std::is_base_of_v<Zel::FileException, Zel::Exception_ArchiveCorrupt>);
+static_assert(!std::is_base_of_v<Zel::FileException, Zel::Exception_ArchiveVersionInvalid>);
+static_assert(sizeof(Zel::FileException_SeekError) == sizeof(Zel::Exception), "leaves add no data");
+
+TEST(ExceptionTest, KindsThatHardlyAnythingThrowsHaveTheirMessages) {
     std::pair<Zel::Exception, char const*> const cases[] = {
-        {Zel::Exception_ArchiveVersionInvalid("a.bva", -1, 44),
-         "Archive \"a.bva\" has invalid version -1 (expected 44)"},
-        {Zel::Exception_ArchiveCorrupt("a"), "Archive \"a\" is corrupt"},
-        {Zel::FileException_OpenFailed("a"), "Failed to open file \"a\""},
         {Zel::FileException_GetSizeFailed("a"), "Failed to determine size of file \"a\""},
-        {Zel::FileException_ReadError("a"), "Read error in \"a\""},
-        {Zel::FileException_WriteError("a"), "Write error in \"a\""},
-        {Zel::FileException_SeekError("a"), "Seek error in \"a\""},
-        {Zel::FileException_DirectoryNotFound("a"), "Directory \"a\" not found"},
         {Zel::FileException_GetCurrentDirFailed(), "Failed to determine current directory"},
         {Zel::FileException_GetStartupDirFailed(), "Failed to determine startup directory"},
-        {Zel::FileException_GetTempNameFailed("a%u"),
-         "Failed to find temporary filename with pattern \"a%u\""},
         {Zel::FileException_NotAllowedToWriteArchivedFile("a"), "Not allowed to write archived file a"},
-        {Zel::FileException_FileCorrupted("a"), "File \"a\" is corrupted"},
         {Zel::Exception_NoTimerHardware(), "Timer hardware not found."},
         {Zel::Exception_SystemTimeConversionFailed(), "System time conversion failed."},
         {Zel::TGALoaderException_BadColormapStart("a"), "Bad colormap start value in \"a\""},
@@ -70,16 +65,6 @@ TEST(ExceptionTest, ACopyOutlivesItsSource) {
         copy = source;
     }
     EXPECT_STREQ(Zel::Exception(copy).getError(), "Read error in \"gone.txt\"");
-}
-
-TEST(ExceptionTest, ArchiveExceptionsAreNoFileExceptions) {
-    static_assert(std::is_base_of_v<Zel::FileException, Zel::FileException_SeekError>);
-    static_assert(std::is_base_of_v<Zel::Exception, Zel::Exception_ArchiveCorrupt>);
-    static_assert(!std::is_base_of_v<Zel::FileException, Zel::Exception_ArchiveCorrupt>);
-    static_assert(!std::is_base_of_v<Zel::FileException, Zel::Exception_ArchiveVersionInvalid>);
-    static_assert(sizeof(Zel::FileException_SeekError) == sizeof(Zel::Exception), "leaves add no data");
-    // Across the library's border, too.
-    EXPECT_THROW(Zel::File("no such file", Zel::File::READ), Zel::FileException);
 }
 
 } // namespace

@@ -11,13 +11,12 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// Names that all fall on one slot of an index of `count`.
-Names collidingNames(std::size_t count) {
-    std::size_t const slots = std::bit_ceil(count + count / 2 + 1);
+/// So many distinct names whose hashes are all multiples of a number.
+Names distinctNames(std::size_t count, std::size_t factor = 1) {
     Names names;
     for (std::size_t i = 0; names.size() < count; ++i) {
         std::string name = std::to_string(i);
-        if (std::hash<std::string_view>()(name) % slots == 0)
+        if (std::hash<std::string_view>()(name) % factor == 0)
             names.push_back(std::move(name));
     }
     return names;
@@ -49,26 +48,14 @@ Costs costsOf(Names const& names) {
 }
 
 TEST(NameIndexTest, NoNamesMakeItSlow) {
-    struct {
-        char const* what;
-        Names (*make)(std::size_t count);
-    } const kinds[] = {
-        {"distinct",
-         [](std::size_t count) {
-             Names names;
-             for (std::size_t i = 0; i < count; ++i)
-                 names.push_back("name" + std::to_string(i));
-             return names;
-         }},
-        {"equal",
-         [](std::size_t count) {
-             return Names(count, "same");
-         }},
-        {"colliding", collidingNames},
-    };
-    for (auto const& [what, make] : kinds) {
-        Costs const once = costsOf(make(500));
-        Costs const twice = costsOf(make(1'000));
+    constexpr std::size_t kCount = 1'000;
+    constexpr std::size_t kSlots = std::bit_ceil(kCount + kCount / 2 + 1); // of an index of so many
+    std::pair<char const*, Names> const kinds[] = {{"distinct", distinctNames(kCount)},
+                                                   {"equal", Names(kCount, "same")},
+                                                   {"on one slot", distinctNames(kCount, kSlots)}};
+    for (auto const& [what, names] : kinds) {
+        Costs const once = costsOf({names.begin(), names.begin() + kCount / 2});
+        Costs const twice = costsOf(names);
         EXPECT_LE(twice.building, once.building * 5 / 2) << what;
         EXPECT_LE(twice.building, 100'000u) << what;
         EXPECT_LE(twice.dearestLookUp, once.dearestLookUp + 20) << what;
