@@ -1,4 +1,3 @@
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -36,16 +35,13 @@ public:
     }
 
     float noise(std::vector<float> const& point) const {
-        Cell cell;
+        std::vector<Place> places;
         for (float const coordinate : point) {
             float const t = coordinate + 4096.0F;
             float const whole = std::trunc(t);
-            int const lower = static_cast<int>(whole) & 255;
-            cell.index.push_back({lower, (lower + 1) & 255});
-            cell.distance.push_back({t - whole, t - whole - 1.0F});
+            places.push_back({static_cast<int>(whole) & 255, t - whole});
         }
-        std::vector<std::size_t> corner(point.size());
-        return blend(cell, point.size(), corner);
+        return blend(places, point.size());
     }
 
     float turbulence(std::vector<float> const& point, float freq, bool isSigned) const {
@@ -61,10 +57,10 @@ public:
     }
 
 private:
-    /// For each coordinate, the lower and the upper neighbour on the lattice, and how far both are.
-    struct Cell {
-        std::vector<std::array<int, 2>> index;
-        std::vector<std::array<float, 2>> distance;
+    /// For a coordinate, a neighbour on the lattice, and how far it is.
+    struct Place {
+        int index;
+        float distance;
     };
 
     int draw() {
@@ -87,31 +83,30 @@ private:
     int permuted(int index) const { return m_permutation[static_cast<std::size_t>(index % 256)]; }
 
     /// The gradient of a corner, times how far the point is from there.
-    float product(Cell const& cell, std::vector<std::size_t> const& corner) const {
+    float product(std::vector<Place> const& corner) const {
         std::size_t const dimensions = corner.size();
-        int index = permuted(cell.index[0][corner[0]]);
+        int index = permuted(corner[0].index);
         if (dimensions > 1)
-            index = permuted(index + cell.index[1][corner[1]]);
+            index = permuted(index + corner[1].index);
         if (dimensions > 2) // Meant: the last step permutes nothing
-            index = (index + cell.index[2][corner[2]]) % 256;
+            index = (index + corner[2].index) % 256;
         auto const& gradient = m_gradients.at(dimensions)[static_cast<std::size_t>(index)];
         float sum = 0;
         for (std::size_t i = 0; i < dimensions; ++i)
-            sum += cell.distance[i][corner[i]] * gradient[i];
+            sum += corner[i].distance * gradient[i];
         return sum;
     }
 
-    /// Blends along the first so many coordinates, x before y before z.
-    float blend(Cell const& cell, std::size_t coordinates, std::vector<std::size_t>& corner) const {
+    /// Blends along the first so many coordinates, x before y before z, from the lower neighbours up.
+    float blend(std::vector<Place> const& corner, std::size_t coordinates) const {
         if (coordinates == 0)
-            return product(cell, corner);
+            return product(corner);
         std::size_t const last = coordinates - 1;
-        corner[last] = 0;
-        float const lower = blend(cell, last, corner);
-        corner[last] = 1;
-        float const upper = blend(cell, last, corner);
-        float const r = cell.distance[last][0];
-        return lower + r * r * (3 - 2 * r) * (upper - lower);
+        float const r = corner[last].distance;
+        std::vector<Place> upper = corner;
+        upper[last] = {(corner[last].index + 1) & 255, r - 1.0F};
+        float const below = blend(corner, last);
+        return below + r * r * (3 - 2 * r) * (blend(upper, last) - below);
     }
 
     std::uint32_t m_state = 0x0BADBEEF;

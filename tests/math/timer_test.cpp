@@ -10,13 +10,8 @@ using Zel::Timer;
 
 class TimerTest : public testing::TestWithParam<Timer::Type> {
 protected:
-    TimerTest() { forget(); }
-    ~TimerTest() override { forget(); }
-
-    static void forget() {
-        Timer::sm_iPerformanceFreq = 0;
-        Timer::sm_iRefCount = 0;
-    }
+    TimerTest() { Timer::sm_iPerformanceFreq = Timer::sm_iRefCount = 0; }
+    ~TimerTest() override { Timer::sm_iPerformanceFreq = Timer::sm_iRefCount = 0; }
 
     test::StoppedClock m_clock;
 };
@@ -52,29 +47,28 @@ TEST_P(TimerTest, TellsTheTimeSinceItsStartAndSinceTheSampleBefore) {
 
 TEST_F(TimerTest, SetTakesTheNearestStartThatTheClockCanHold) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    struct Case {
+    struct {
         Timer::Type type;
-        float seconds;
-        float told;
+        float seconds, told;
+    } const cases[] = {
+        {Timer::SYSTEM_TIME, -5.0F, 1.8446744e12F},
+        {Timer::SYSTEM_TIME, 2e10F, 2e10F},          // longer ago than the first time of day there is
+        {Timer::SYSTEM_TIME, 1e30F, 1.16454736e10F}, // since 1601
+        {Timer::SYSTEM_TIME, NAN, 0.0F},
+        {Timer::MULTIMEDIA_TIME, -5.0F, 4294962.296F},
+        {Timer::MULTIMEDIA_TIME, 2e6F, 2e6F}, // before the clock's own zero
+        {Timer::MULTIMEDIA_TIME, 1e30F, 1e6F},
+        {Timer::MULTIMEDIA_TIME, -1e30F, 1000000.001F},
+        {Timer::PERFORMANCE_COUNTER, -5.0F, -5.0F},
+        {Timer::PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
+        {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2223720e9F},
+        {Timer::PERFORMANCE_COUNTER, NAN, 0.0F},
+        // Products of single precision: in double precision each of these came out otherwise.
+        {Timer::SYSTEM_TIME, 107.374191F, 107.374199F},
+        {Timer::MULTIMEDIA_TIME, 10000.0996F, 10000.1F},
+        {Timer::PERFORMANCE_COUNTER, 100.100067F, 100.10006F},
     };
-    for (auto const& [type, seconds, told] : {
-             Case{Timer::SYSTEM_TIME, -5.0F, 1.8446744e12F},
-             {Timer::SYSTEM_TIME, 2e10F, 2e10F},          // longer ago than the first time of day there is
-             {Timer::SYSTEM_TIME, 1e30F, 1.16454736e10F}, // since 1601
-             {Timer::SYSTEM_TIME, NAN, 0.0F},
-             {Timer::MULTIMEDIA_TIME, -5.0F, 4294962.296F},
-             {Timer::MULTIMEDIA_TIME, 2e6F, 2e6F}, // before the clock's own zero
-             {Timer::MULTIMEDIA_TIME, 1e30F, 1e6F},
-             {Timer::MULTIMEDIA_TIME, -1e30F, 1000000.001F},
-             {Timer::PERFORMANCE_COUNTER, -5.0F, -5.0F},
-             {Timer::PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
-             {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2223720e9F},
-             {Timer::PERFORMANCE_COUNTER, NAN, 0.0F},
-             // Products of single precision: in double precision each of these came out otherwise.
-             {Timer::SYSTEM_TIME, 107.374191F, 107.374199F},
-             {Timer::MULTIMEDIA_TIME, 10000.0996F, 10000.1F},
-             {Timer::PERFORMANCE_COUNTER, 100.100067F, 100.10006F},
-         }) {
+    for (auto const& [type, seconds, told] : cases) {
         Timer timer(type);
         timer.set(seconds);
         EXPECT_EQ(timer.get(), told) << "type " << type << " set to " << seconds;

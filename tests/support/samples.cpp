@@ -4,8 +4,6 @@
 #include "support/host.h"
 #include "support/pictures.h"
 
-#include <iterator>
-#include <numeric>
 #include <sstream>
 #include <string_view>
 
@@ -70,39 +68,35 @@ std::string archive() {
     return bytes.str();
 }
 
-/// A script in pieces: by turns one that must go on and one that may end after any of its characters.
-char const* const kScript[] = {"#define SIZE ",
-                               "12\n",
-                               "/",
-                               "/ settings\n",
-                               "[Main",
-                               "]\ncount ",
-                               "= SIZE",
-                               ";\nratio ",
-                               "= -1.5",
-                               ";\non ",
-                               "= TRUE",
-                               ";\nname ",
-                               "= \"a text\\n\"",
-                               ";\nplace ",
-                               "= (1.0, 2, 3)",
-                               ";\nrange ",
-                               "= [1.0, 2.0]",
-                               ";\n",
-                               "{\n  [Child] /* of Main */\n  deep = 1;\n",
-                               "}\n",
-                               "#undef ",
-                               "SIZE\n"};
+/// A script in pieces: of each, what must go on, and what may end after any of its characters.
+std::pair<std::string_view, std::string_view> const kScript[] = {
+    {"#define SIZE ", "12\n"},
+    {"/", "/ settings\n"},
+    {"[Main", "]\ncount "},
+    {"= SIZE", ";\nratio "},
+    {"= -1.5", ";\non "},
+    {"= TRUE", ";\nname "},
+    {"= \"a text\\n\"", ";\nplace "},
+    {"= (1.0, 2, 3)", ";\nrange "},
+    {"= [1.0, 2.0]", ";\n"},
+    {"{\n  [Child] /* of Main */\n  deep = 1;\n", "}\n"},
+    {"#undef ", "SIZE\n"}};
 
-std::string script() { return std::accumulate(std::begin(kScript), std::end(kScript), std::string()); }
+std::string script() {
+    std::string text;
+    for (auto const& [goesOn, mayEnd] : kScript)
+        text.append(goesOn).append(mayEnd);
+    return text;
+}
 
 bool isScriptTooShort(std::size_t length) {
-    bool mustGoOn = true;
-    for (std::string_view const piece : kScript) {
-        if (length <= piece.size())
-            return mustGoOn && length > 0;
-        length -= piece.size();
-        mustGoOn = !mustGoOn;
+    for (auto const& [goesOn, mayEnd] : kScript) {
+        if (length <= goesOn.size())
+            return length > 0;
+        length -= goesOn.size();
+        if (length <= mayEnd.size())
+            return false;
+        length -= mayEnd.size();
     }
     return false;
 }
