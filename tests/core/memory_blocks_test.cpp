@@ -60,9 +60,8 @@ void expectReports() {
                   "\nc (0.000 MB, 1 allocs):\n", "        9 =      1 x         9   second\n",
                   "\n\xE4 (0.000 MB, 1 allocs):\n", "        5 =      1 x         5   z\n", "\n", kRule}));
 
-    for (std::uintptr_t address :
-         {kHigh, std::uintptr_t{32}, std::uintptr_t{48}, std::uintptr_t{64}, std::uintptr_t{80},
-          std::uintptr_t{96}, std::uintptr_t{112}, std::uintptr_t{128}})
+    Zel::deleteMemoryBlock(at(kHigh));
+    for (std::uintptr_t address = 32; address <= 128; address += 16)
         Zel::deleteMemoryBlock(at(address));
     auto const after = report();
     ASSERT_EQ(after.size(), 9U) << "no group is left";

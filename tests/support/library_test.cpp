@@ -18,8 +18,8 @@ std::vector<std::string> s_messages;
 void capture(char const* message) { s_messages.emplace_back(message); }
 
 std::string lowered(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    for (char& character : text)
+        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
     return text;
 }
 
