@@ -3,6 +3,7 @@
 #include "support/library_test.h"
 #include "support/pictures.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace {
@@ -22,6 +23,11 @@ Color const kRed(200, 1, 2, 255);
 Color const kBlue(3, 4, 201, 255);
 Color const kGreen(5, 202, 6, 255);
 
+Color grey(int value) {
+    auto const v = static_cast<std::uint8_t>(value);
+    return {v, v, v, 255};
+}
+
 std::string packed(Colors const& colors) {
     std::string text;
     for (Color const& color : colors)
@@ -31,20 +37,19 @@ std::string packed(Colors const& colors) {
 
 class CodecTest : public test::LibraryTest {
 protected:
-    Image load(std::string const& name, std::string const& content) const {
-        writeFile(name, content);
-        return Image(name);
-    }
-
     Colors pixels(std::string const& name, std::string const& content) const {
-        return pixelsOf(load(name, content));
+        writeFile(name, content);
+        return pixelsOf(Image(name));
     }
 
-    /// Loads through an exception, which is told with its kind's check done by `Wanted`.
+    /// Expects an exception of the kind `Wanted` with this message for a file with each of the contents.
     template <class Wanted>
-    std::string error(std::string const& name, std::string const& content) const {
-        writeFile(name, content);
-        return test::errorOf<Wanted>([&] { Image{name}; });
+    void expectError(std::string const& name, std::string const& message,
+                     std::initializer_list<std::string> contents) const {
+        for (std::string const& content : contents) {
+            writeFile(name, content);
+            EXPECT_EQ(test::errorOf<Wanted>([&] { Image{name}; }), message);
+        }
     }
 };
 
@@ -74,12 +79,10 @@ TEST_F(CodecTest, BmpFilesEndWithZeros) {
     };
     for (Case const& c : {Case{1, 1, 4}, Case{3, 1, 12}, Case{4, 1, 12}, Case{-1, 4, 0}}) {
         Image image(c.width, c.height);
-        std::string pixels;
-        for (int i = 0; image.getData() != nullptr && i < c.width * c.height; ++i) {
-            image[i] = kRed;
-            pixels += packed({kRed});
-        }
+        int const count = std::max(c.width * c.height, 0);
+        std::fill_n(image.getData(), count, kRed);
         image.save("out.bmp");
+        std::string const pixels = packed(Colors(static_cast<std::size_t>(count), kRed));
         auto const number = [](std::uint32_t value) {
             return bytes({static_cast<int>(value & 255U), static_cast<int>(value >> 8 & 255U),
                           static_cast<int>(value >> 16 & 255U), static_cast<int>(value >> 24)});
@@ -121,17 +124,18 @@ TEST_F(CodecTest, LongRunsOfAPcxFileArePixelsToo) {
 }
 
 TEST_F(CodecTest, BmpFaultsAreToldInTheirOrder) {
-    EXPECT_EQ(error<Zel::BMPLoaderException_NotBMPFile>("a.bmp", "MB"),
-              "File a.bmp does not contain a BMP image.");
-    EXPECT_EQ(error<Zel::BMPLoaderException_UnsupportedColorDepth>("a.bmp", Bmp{1, 1, 32} + "1234"),
-              "File a.bmp has unsupported color depth.");
-    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.bmp", Bmp{65536, 32768} + "123"),
-              "Image \"a.bmp\" has illegal dimensions 65536x32768");
-    EXPECT_EQ(error<Zel::FileException_SeekError>("a.bmp", Bmp{65536, 32768, 24, 1U << 31} + "123"),
-              "Seek error in \"a.bmp\"");
-    for (auto const& content : {Bmp{1, 1} + "12", Bmp{1, 1, 24, 55} + "123", Bmp{30000, 30000} + "123",
-                                Bmp{1, 1, 24, 0x7FFFFFFF} + "123", std::string("BM12"), std::string("B")})
-        EXPECT_EQ(error<Zel::FileException_ReadError>("a.bmp", content), "Read error in \"a.bmp\"");
+    expectError<Zel::BMPLoaderException_NotBMPFile>("a.bmp", "File a.bmp does not contain a BMP image.",
+                                                    {"MB"});
+    expectError<Zel::BMPLoaderException_UnsupportedColorDepth>(
+        "a.bmp", "File a.bmp has unsupported color depth.", {Bmp{1, 1, 32} + "1234"});
+    expectError<Zel::ImageException_IllegalDimensions>(
+        "a.bmp", "Image \"a.bmp\" has illegal dimensions 65536x32768", {Bmp{65536, 32768} + "123"});
+    expectError<Zel::FileException_SeekError>("a.bmp", "Seek error in \"a.bmp\"",
+                                              {Bmp{65536, 32768, 24, 1U << 31} + "123"});
+    expectError<Zel::FileException_ReadError>("a.bmp", "Read error in \"a.bmp\"",
+                                              {Bmp{1, 1} + "12", Bmp{1, 1, 24, 55} + "123",
+                                               Bmp{30000, 30000} + "123", Bmp{1, 1, 24, 0x7FFFFFFF} + "123",
+                                               "BM12", "B"});
     EXPECT_EQ(test::errorOf<Zel::FileException_OpenFailed>([] { Image{"none.bmp"}; }),
               "Failed to open file \"none.bmp\"");
 }
@@ -143,44 +147,35 @@ TEST_F(CodecTest, TgaPixelsOfEveryKind) {
         std::string content;
         Colors expected;
     };
-    Color const ten(10, 20, 30, 255);
-    Color const eleven(13, 23, 33, 255);
-    for (Case const& c : {
-             Case{"24 bits", Tga{2, 2, 1} + packed({kRed, kBlue}), {kRed, kBlue}},
-             Case{"32 bits", Tga{2, 1, 1, 32} + bytes({1, 2, 3, 4}), {Color(3, 2, 1, 4)}},
-             Case{"16 bits",
-                  Tga{2, 3, 1, 16} + bytes({0xFF, 0x7F, 0xFF, 0xFF, 0x81, 0x10}),
-                  {Color(255, 255, 255, 0), Color(255, 255, 255, 255), Color(33, 33, 8, 0)}},
-             Case{"packets of 16 bits",
-                  Tga{10, 5, 1, 16} + bytes({0x82, 0xFF, 0x7F, 0x01, 0x81, 0x10, 0x00, 0x80}),
-                  {Color(255, 255, 255, 0), Color(255, 255, 255, 0), Color(255, 255, 255, 0),
-                   Color(33, 33, 8, 0), Color(0, 0, 0, 255)}},
-             Case{"packets of 32 bits",
-                  Tga{10, 4, 1, 32} + bytes({0x81, 1, 2, 3, 4, 0x01, 5, 6, 7, 8, 9, 10, 11, 12}),
-                  {Color(3, 2, 1, 4), Color(3, 2, 1, 4), Color(7, 6, 5, 8), Color(11, 10, 9, 12)}},
-             Case{"15 bits", Tga{2, 1, 1, 15} + bytes({0x01, 0x80}), {Color(0, 0, 8, 255)}},
-             Case{
-                 "grey", Tga{3, 2, 1, 8} + bytes({7, 200}), {Color(7, 7, 7, 255), Color(200, 200, 200, 255)}},
-             Case{"palette of 24 bits",
-                  Tga{1, 3, 1, 8, 32, 1, 10, 2, 24} + palette + bytes({10, 11, 12}),
-                  {ten, eleven, kBlack}},
-             Case{"palette of 32 bits",
-                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 32} + bytes({3, 2, 1, 9, 0}),
-                  {Color(1, 2, 3, 255)}},
-             Case{"palette of 16 bits",
-                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 16} + bytes({0xE1, 0x7F, 0}),
-                  {Color(248, 248, 8, 255)}},
-             Case{"palette of 8 bits",
-                  Tga{1, 1, 1, 8, 32, 1, 0, 1, 8} + bytes({77, 0}),
-                  {Color(77, 77, 77, 255)}},
-             Case{"ID and unused map",
-                  Tga{2, 1, 1, 24, 32, 1, 0, 2, 16, "name"} + bytes({9, 9, 9, 9}) + packed({kRed}),
-                  {kRed}},
-             Case{"map type 2 is skipped, too",
-                  Tga{3, 1, 1, 8, 32, 2, 300, 1, 8} + bytes({9, 5}),
-                  {Color(5, 5, 5, 255)}},
-             Case{"right to left is ignored", Tga{2, 2, 1, 24, 48} + packed({kRed, kBlue}), {kRed, kBlue}},
-         })
+    Color const clear(255, 255, 255, 0), dark(33, 33, 8, 0), one(3, 2, 1, 4), ten(10, 20, 30, 255),
+        eleven(13, 23, 33, 255);
+    for (Case const& c :
+         {Case{"24 bits", Tga{2, 2, 1} + packed({kRed, kBlue}), Colors{kRed, kBlue}},
+          Case{"32 bits", Tga{2, 1, 1, 32} + bytes({1, 2, 3, 4}), Colors{one}},
+          Case{"16 bits", Tga{2, 3, 1, 16} + bytes({0xFF, 0x7F, 0xFF, 0xFF, 0x81, 0x10}),
+               Colors{clear, grey(255), dark}},
+          Case{"packets of 16 bits",
+               Tga{10, 5, 1, 16} + bytes({0x82, 0xFF, 0x7F, 0x01, 0x81, 0x10, 0x00, 0x80}),
+               Colors{clear, clear, clear, dark, kBlack}},
+          Case{"packets of 32 bits",
+               Tga{10, 4, 1, 32} + bytes({0x81, 1, 2, 3, 4, 0x01, 5, 6, 7, 8, 9, 10, 11, 12}),
+               Colors{one, one, Color(7, 6, 5, 8), Color(11, 10, 9, 12)}},
+          Case{"15 bits", Tga{2, 1, 1, 15} + bytes({0x01, 0x80}), Colors{Color(0, 0, 8, 255)}},
+          Case{"grey", Tga{3, 2, 1, 8} + bytes({7, 200}), Colors{grey(7), grey(200)}},
+          Case{"palette of 24 bits", Tga{1, 3, 1, 8, 32, 1, 10, 2, 24} + palette + bytes({10, 11, 12}),
+               Colors{ten, eleven, kBlack}},
+          Case{"palette of 32 bits", Tga{1, 1, 1, 8, 32, 1, 0, 1, 32} + bytes({3, 2, 1, 9, 0}),
+               Colors{Color(1, 2, 3, 255)}},
+          Case{"palette of 16 bits", Tga{1, 1, 1, 8, 32, 1, 0, 1, 16} + bytes({0xE1, 0x7F, 0}),
+               Colors{Color(248, 248, 8, 255)}},
+          Case{"palette of 8 bits", Tga{1, 1, 1, 8, 32, 1, 0, 1, 8} + bytes({77, 0}), Colors{grey(77)}},
+          Case{"ID and unused map",
+               Tga{2, 1, 1, 24, 32, 1, 0, 2, 16, "name"} + bytes({9, 9, 9, 9}) + packed({kRed}),
+               Colors{kRed}},
+          Case{"map type 2 is skipped, too", Tga{3, 1, 1, 8, 32, 2, 300, 1, 8} + bytes({9, 5}),
+               Colors{grey(5)}},
+          Case{"right to left is ignored", Tga{2, 2, 1, 24, 48} + packed({kRed, kBlue}),
+               Colors{kRed, kBlue}}})
         EXPECT_EQ(pixels("a.tga", c.content), c.expected) << c.what;
 }
 
@@ -199,64 +194,56 @@ TEST_F(CodecTest, TgaPacketsRunOnAcrossRows) {
     std::string const data = bytes({0x82}) + packed({kRed}) + bytes({0x00}) + packed({kGreen}) +
                              bytes({0x01}) + packed({kBlue, kBlack});
     EXPECT_EQ(pixels("a.tga", Tga{10, 2, 3} + data), (Colors{kRed, kRed, kRed, kGreen, kBlue, kBlack}));
-    EXPECT_EQ(pixels("b.tga", Tga{11, 2, 1, 8} + bytes({0xFF, 9})), Colors(2, Color(9, 9, 9, 255)));
+    EXPECT_EQ(pixels("b.tga", Tga{11, 2, 1, 8} + bytes({0xFF, 9})), Colors(2, grey(9)));
 }
 
 TEST_F(CodecTest, TgaPaletteImagesTakeOneByteAPixelAtAnyDepth) {
-    auto const color = [](int index) {
-        return Color(static_cast<std::uint8_t>(index), static_cast<std::uint8_t>(index),
-                     static_cast<std::uint8_t>(index), 255);
-    };
-    std::string map;
-    for (int i = 0; i < 256; ++i)
-        map += static_cast<char>(i);
+    std::string map(256, '\0');
+    std::iota(map.begin(), map.end(), '\0');
     auto const load = [&](int type, int depth, std::string const& data) {
         return pixels("a.tga", Tga{type, 4, 1, depth, 32, 1, 0, 256, 8} + map + data);
     };
     // The bytes of the packed rows, one after the other.
-    EXPECT_EQ(load(1, 16, "abcdefgh"), (Colors{color('a'), color('b'), color('c'), color('d')}));
-    EXPECT_EQ(load(1, 32, "abcdefghijklmnop"), (Colors{color('a'), color('b'), color('c'), color('d')}));
-    EXPECT_EQ(load(1, 128, std::string(64, 'z')), Colors(4, color('z')));
-    EXPECT_EQ(load(9, 128, bytes({0x83}).append(16, 'z')), Colors(4, color('z')));
+    EXPECT_EQ(load(1, 16, "abcdefgh"), (Colors{grey('a'), grey('b'), grey('c'), grey('d')}));
+    EXPECT_EQ(load(1, 32, "abcdefghijklmnop"), (Colors{grey('a'), grey('b'), grey('c'), grey('d')}));
+    EXPECT_EQ(load(1, 128, std::string(64, 'z')), Colors(4, grey('z')));
+    EXPECT_EQ(load(9, 128, bytes({0x83}).append(16, 'z')), Colors(4, grey('z')));
     // At 24 bits they become colours first, of alpha 255.
-    EXPECT_EQ(load(1, 24, "abcdefghijkl"), (Colors{color('a'), color('b'), color('c'), color(255)}));
+    EXPECT_EQ(load(1, 24, "abcdefghijkl"), (Colors{grey('a'), grey('b'), grey('c'), grey(255)}));
     // Below 7 bits nothing is read: what stands there are opaque black pixels.
-    EXPECT_EQ(load(1, 4, ""), (Colors{color(0), color(0), color(0), color(255)}));
+    EXPECT_EQ(load(1, 4, ""), (Colors{grey(0), grey(0), grey(0), grey(255)}));
     writeFile("flat.tga", Tga{1, 1024, 1024, 4, 32, 1, 0, 256, 8} + map);
-    EXPECT_EQ(Image("flat.tga")(1023, 1023), color(255)) << "as many as need no bytes at all";
+    EXPECT_EQ(Image("flat.tga")(1023, 1023), grey(255)) << "as many as need no bytes at all";
 }
 
 TEST_F(CodecTest, TgaFaultsAreToldInTheirOrder) {
-    std::string const quoted = "\"a.tga\"";
-    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.tga", Tga{99, 0, 5} + ""),
-              "Image " + quoted + " has illegal dimensions 0x5");
-    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.tga", Tga{10, 65535, 65535} + ""),
-              "Image " + quoted + " has illegal dimensions 65535x65535");
+    expectError<Zel::ImageException_IllegalDimensions>("a.tga", "Image \"a.tga\" has illegal dimensions 0x5",
+                                                       {Tga{99, 0, 5} + ""});
+    expectError<Zel::ImageException_IllegalDimensions>(
+        "a.tga", "Image \"a.tga\" has illegal dimensions 65535x65535", {Tga{10, 65535, 65535} + ""});
     for (int const type : {0, 4, 8, 12, 17, 129})
-        EXPECT_EQ(error<Zel::ImageException_UnknownImageFormat>("a.tga", Tga{type, 1, 1} + "123"),
-                  "Unknown image format " + quoted);
-    EXPECT_EQ(error<Zel::TGALoaderException_TruecolorNot24Or32Bit>("a.tga", Tga{2, 1, 1, 8} + "1"),
-              "Truecolor image " + quoted + " is not 24/32 bits/pixel");
-    EXPECT_EQ(error<Zel::TGALoaderException_MonoNot8Bit>("a.tga", Tga{11, 1, 1, 16} + "12"),
-              "Mono image " + quoted + " is not 8 bits/pixel");
-    for (int const mapType : {0, 2})
-        EXPECT_EQ(
-            error<Zel::TGALoaderException_NoPalette>("a.tga", Tga{1, 1, 1, 8, 32, mapType, 250, 7} + ""),
-            "Colormapped image " + quoted + " has no palette");
-    EXPECT_EQ(error<Zel::TGALoaderException_TooManyColors>("a.tga", Tga{9, 1, 1, 8, 32, 1, 250, 7} + ""),
-              "Colormapped image " + quoted + " has too many colors");
-    std::string const badDepth = "Bad colormap depth value in " + quoted;
-    for (auto const& content :
-         {Tga{1, 1, 1, 8, 32, 1, 0, 1, 6} + "1234", Tga{2, 1, 1, 24, 32, 1, 0, 1, 39} + "",
-          Tga{10, 32000, 32000, 24, 32, 1, 0, 1, 39} + "",
-          Tga{1, 1, 1, 135, 32, 1, 0, 0, 8} + std::string(100, 'x')})
-        EXPECT_EQ(error<Zel::TGALoaderException_BadColormapDepth>("a.tga", content), badDepth);
-    for (auto const& content :
-         {Tga{2, 1, 1} + "12", Tga{2, 30000, 30000} + "123", Tga{10, 30000, 30000} + "123",
-          Tga{10, 2, 1} + bytes({0x00, 1, 2, 3}), Tga{1, 1, 1, 8, 32, 1, 0, 2, 24} + "12345",
-          Tga{1, 30000, 30000, 4, 32, 1, 0, 0, 24} + "", Tga{1, 1, 1, 135, 32, 1, 0, 2, 8} + "x",
-          Tga{2, 1, 1, 24, 32, 0, 0, 0, 0, "id"} + "12"})
-        EXPECT_EQ(error<Zel::FileException_ReadError>("a.tga", content), "Read error in " + quoted);
+        expectError<Zel::ImageException_UnknownImageFormat>("a.tga", "Unknown image format \"a.tga\"",
+                                                            {Tga{type, 1, 1} + "123"});
+    expectError<Zel::TGALoaderException_TruecolorNot24Or32Bit>(
+        "a.tga", "Truecolor image \"a.tga\" is not 24/32 bits/pixel", {Tga{2, 1, 1, 8} + "1"});
+    expectError<Zel::TGALoaderException_MonoNot8Bit>("a.tga", "Mono image \"a.tga\" is not 8 bits/pixel",
+                                                     {Tga{11, 1, 1, 16} + "12"});
+    expectError<Zel::TGALoaderException_NoPalette>(
+        "a.tga", "Colormapped image \"a.tga\" has no palette",
+        {Tga{1, 1, 1, 8, 32, 0, 250, 7} + "", Tga{1, 1, 1, 8, 32, 2, 250, 7} + ""});
+    expectError<Zel::TGALoaderException_TooManyColors>(
+        "a.tga", "Colormapped image \"a.tga\" has too many colors", {Tga{9, 1, 1, 8, 32, 1, 250, 7} + ""});
+    expectError<Zel::TGALoaderException_BadColormapDepth>(
+        "a.tga", "Bad colormap depth value in \"a.tga\"",
+        {Tga{1, 1, 1, 8, 32, 1, 0, 1, 6} + "1234", Tga{2, 1, 1, 24, 32, 1, 0, 1, 39} + "",
+         Tga{10, 32000, 32000, 24, 32, 1, 0, 1, 39} + "",
+         Tga{1, 1, 1, 135, 32, 1, 0, 0, 8} + std::string(100, 'x')});
+    expectError<Zel::FileException_ReadError>(
+        "a.tga", "Read error in \"a.tga\"",
+        {Tga{2, 1, 1} + "12", Tga{2, 30000, 30000} + "123", Tga{10, 30000, 30000} + "123",
+         Tga{10, 2, 1} + bytes({0x00, 1, 2, 3}), Tga{1, 1, 1, 8, 32, 1, 0, 2, 24} + "12345",
+         Tga{1, 30000, 30000, 4, 32, 1, 0, 0, 24} + "", Tga{1, 1, 1, 135, 32, 1, 0, 2, 8} + "x",
+         Tga{2, 1, 1, 24, 32, 0, 0, 0, 0, "id"} + "12"});
 }
 
 TEST_F(CodecTest, TgaFilesAreSavedWithoutAlphaFromTheTop) {
@@ -267,8 +254,6 @@ TEST_F(CodecTest, TgaFilesAreSavedWithoutAlphaFromTheTop) {
     std::string expected = bytes({0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x2C, 0x01, 2, 0, 24, 32, 1, 2, 3});
     expected.resize(18 + 3 * 599);
     EXPECT_EQ(readFile("out.tga"), expected + packed({kRed}));
-    image(0, 0).a = 255;
-    EXPECT_EQ(pixelsOf(Image("out.tga")), pixelsOf(image));
 
     Image(70000, 1).save("wide.tga");
     EXPECT_EQ(readFile("wide.tga").substr(12, 2), bytes({70000 & 255, 70000 >> 8 & 255}));
@@ -294,16 +279,17 @@ TEST_F(CodecTest, PcxPixelsPastTheSpareRoomAreDropped) {
     std::string runs;
     for (int i = 0; i < 40; ++i)
         runs += bytes({0xFF, i});
-    Image const image = load("a.pcx", Pcx{0, 0, 3, 0, 2500} + runs);
+    writeFile("a.pcx", Pcx{0, 0, 3, 0, 2500} + runs);
+    Image const image("a.pcx");
     EXPECT_EQ(pixelsOf(image), Colors(4, pcxColor(0)));
     EXPECT_EQ(image.getData()[4 * 4 - 1], pcxColor(0));
 }
 
 TEST_F(CodecTest, SizesWithoutPixelsAreKept) {
-    writeFile("a.bmp", Bmp{5, -3} + "");
-    writeFile("b.pcx", Pcx{0, 0, 4, -1, 5} + "");
-    writeFile("c.pcx", Pcx{0, 0, 4, -5, 5} + "");
-    for (auto const& [name, height] : {std::pair("a.bmp", -3), {"b.pcx", 0}, {"c.pcx", -4}}) {
+    for (auto const& [name, content, height] : {std::tuple("a.bmp", Bmp{5, -3} + "", -3),
+                                                {"b.pcx", Pcx{0, 0, 4, -1, 5} + "", 0},
+                                                {"c.pcx", Pcx{0, 0, 4, -5, 5} + "", -4}}) {
+        writeFile(name, content);
         Image image(1, 1);
         image.load(name);
         EXPECT_EQ(image.getWidth(), 5);
@@ -321,50 +307,35 @@ TEST_F(CodecTest, PcxFaultsAreToldInTheirOrder) {
         return content;
     };
     std::size_t const mark = good.size() - 769;
-    for (auto const& content : {with({{0, 11}, {1, 3}}), std::string("\x0B"), std::string()})
-        EXPECT_EQ(error<Zel::PCXLoaderException_NotPCXFile>("a.pcx", content),
-                  "File a.pcx does not contain a pcx image.");
-    for (auto const& content : {with({{1, 3}, {2, 0}}), with({{65, 3}, {2, 0}}), std::string("\x0A\x03")})
-        EXPECT_EQ(error<Zel::PCXLoaderException_UnsupportedVersion>("a.pcx", content),
-                  "Unsupported pcx version in a.pcx.");
-    for (auto const& content : {with({{2, 0}, {mark, 0}}), std::string("\x0A\x05\x00", 3)})
-        EXPECT_EQ(error<Zel::PCXLoaderException_NoEncoding>("a.pcx", content),
-                  "Pcx file a.pcx is not encoded.");
-    for (auto const& content : {with({{mark, 0}}), std::string("\x0A"), good.substr(0, 128),
-                                good.substr(0, 128) + good.substr(130)})
-        EXPECT_EQ(error<Zel::PCXLoaderException_NoPalette>("a.pcx", content),
-                  "Pcx file a.pcx has no palette.");
-    EXPECT_EQ(error<Zel::ImageException_IllegalDimensions>("a.pcx", Pcx{0, 0, 999, 99, 1000} + ""),
-              "Image \"a.pcx\" has illegal dimensions 1000x100");
-    EXPECT_EQ(error<Zel::FileException_ReadError>("a.pcx", Pcx{0, 0, 999, 0, 32000} + ""),
-              "Read error in \"a.pcx\"");
+    expectError<Zel::PCXLoaderException_NotPCXFile>("a.pcx", "File a.pcx does not contain a pcx image.",
+                                                    {with({{0, 11}, {1, 3}}), "\x0B", ""});
+    expectError<Zel::PCXLoaderException_UnsupportedVersion>(
+        "a.pcx", "Unsupported pcx version in a.pcx.",
+        {with({{1, 3}, {2, 0}}), with({{65, 3}, {2, 0}}), "\x0A\x03"});
+    expectError<Zel::PCXLoaderException_NoEncoding>(
+        "a.pcx", "Pcx file a.pcx is not encoded.",
+        {with({{2, 0}, {mark, 0}}), std::string("\x0A\x05\x00", 3)});
+    expectError<Zel::PCXLoaderException_NoPalette>(
+        "a.pcx", "Pcx file a.pcx has no palette.",
+        {with({{mark, 0}}), "\x0A", good.substr(0, 128), good.substr(0, 128) + good.substr(130)});
+    expectError<Zel::ImageException_IllegalDimensions>(
+        "a.pcx", "Image \"a.pcx\" has illegal dimensions 1000x100", {Pcx{0, 0, 999, 99, 1000} + ""});
+    expectError<Zel::FileException_ReadError>("a.pcx", "Read error in \"a.pcx\"",
+                                              {Pcx{0, 0, 999, 0, 32000} + ""});
 }
 
 /// Pictures made by other programs, and the checksums of what another decoder makes of them.
-TEST_F(CodecTest, PicturesOfOtherProgramsDecodeAsThereToTheBit) {
-    struct Case {
-        char const* name;
-        unsigned long crc;
-    };
-    for (Case const& c :
-         {Case{"Clouds.tga", 0xB4D22B9D}, Case{"Icon.tga", 0x68980C61}, Case{"Mandelbrot.tga", 0x0A0B4DDA},
-          Case{"Spheres.tga", 0xE95DF588}, Case{"Julia.pcx", 0xFFCC2565}, Case{"Wheel.bmp", 0x49E5B360}}) {
-        Image const image =
-            load(c.name, test::fileContent(ZEL_EXAMPLE_DATA "/Pictures/" + std::string(c.name)));
-        std::size_t const size = pixelsOf(image).size() * sizeof(Color);
-        EXPECT_EQ(Zel::crc32(image.getData(), size), c.crc) << c.name;
+TEST_F(CodecTest, PicturesOfOtherProgramsDecodeFromAnArchiveAsThereToTheBit) {
+    std::pair<std::string, unsigned long> const cases[] = {
+        {"Clouds.tga", 0xB4D22B9D},  {"Icon.tga", 0x68980C61},  {"Mandelbrot.tga", 0x0A0B4DDA},
+        {"Spheres.tga", 0xE95DF588}, {"Julia.pcx", 0xFFCC2565}, {"Wheel.bmp", 0x49E5B360}};
+    for (auto const& [name, crc] : cases) {
+        std::string const entry = "picture" + name.substr(name.size() - 4);
+        Zel::Archive const archive(
+            packArchive("a.bva", {{entry, test::fileContent(ZEL_EXAMPLE_DATA "/Pictures/" + name)}}));
+        Image const image(entry);
+        EXPECT_EQ(Zel::crc32(image.getData(), pixelsOf(image).size() * sizeof(Color)), crc) << name;
     }
-}
-
-TEST_F(CodecTest, PicturesLoadFromArchives) {
-    std::string const archive =
-        packArchive("pictures.bva", {{"a.bmp", Bmp{1, 1, 24, 56} + "xx" + packed({kRed})},
-                                     {"b.tga", Tga{10, 2, 1} + "\x81" + packed({kBlue})},
-                                     {"c.pcx", Pcx{0, 0, 0, 0, 1} + "\5"}});
-    Zel::Archive const mounted(archive);
-    EXPECT_EQ(Image("a.bmp")[0], kRed);
-    EXPECT_EQ(Image("b.tga")[1], kBlue);
-    EXPECT_EQ(Image("c.pcx")[0], pcxColor(5));
 }
 
 } // namespace

@@ -12,6 +12,12 @@ std::vector<float> channels(FColor const& color) { return {color.r, color.g, col
 
 using Floats = std::vector<float>;
 
+float const kInfinity = std::numeric_limits<float>::infinity();
+
+struct Hue {
+    Floats rgb, hsv;
+};
+
 TEST(ColorTest, LiesInMemoryAsBlueGreenRedAlpha) {
     Color const color(1, 2, 3, 4);
     auto const* bytes = reinterpret_cast<unsigned char const*>(&color);
@@ -33,10 +39,9 @@ TEST(ColorTest, ProductsAreTruncatedAndWrapAndLeaveAlpha) {
         float factor;
         Color expected; // of (200, 3, 255)
     };
-    float const infinity = std::numeric_limits<float>::infinity();
     for (Case const& c : {Case{2.0F, {144, 6, 254, 77}}, Case{0.5F, {100, 1, 127, 77}},
                           Case{-1.0F, {56, 253, 1, 77}}, Case{1e30F, {0, 0, 0, 77}},
-                          Case{infinity, {0, 0, 0, 77}}, Case{infinity - infinity, {0, 0, 0, 77}}}) {
+                          Case{kInfinity, {0, 0, 0, 77}}, Case{kInfinity - kInfinity, {0, 0, 0, 77}}}) {
         Color color(200, 3, 255, 77);
         color *= c.factor;
         EXPECT_EQ(color, c.expected) << c.factor;
@@ -75,13 +80,9 @@ TEST(FColorTest, BlendsAllFourChannels) {
 }
 
 TEST(FColorTest, TellsHueSaturationAndValue) {
-    struct Case {
-        Floats rgb, hsv;
-    };
-    for (Case const& c :
-         {Case{{0, 0, 0}, {0, 0, 0}}, Case{{0.5F, 0.5F, 0.5F}, {0, 0, 0.5F}}, Case{{1, 0, 0}, {0, 1, 1}},
-          Case{{0, 0, 1}, {240, 1, 1}}, Case{{0, 2, 1}, {150, 1, 2}}, Case{{1, 0, 0.5F}, {330, 1, 1}},
-          Case{{0.5F, 0, 1}, {270, 1, 1}}}) {
+    for (Hue const& c : {Hue{{0, 0, 0}, {0, 0, 0}}, Hue{{0.5F, 0.5F, 0.5F}, {0, 0, 0.5F}},
+                         Hue{{1, 0, 0}, {0, 1, 1}}, Hue{{0, 0, 1}, {240, 1, 1}}, Hue{{0, 2, 1}, {150, 1, 2}},
+                         Hue{{1, 0, 0.5F}, {330, 1, 1}}, Hue{{0.5F, 0, 1}, {270, 1, 1}}}) {
         Floats hsv(3);
         FColor::rgb2hsv(c.rgb[0], c.rgb[1], c.rgb[2], &hsv[0], &hsv[1], &hsv[2]);
         EXPECT_EQ(hsv, c.hsv);
@@ -89,17 +90,13 @@ TEST(FColorTest, TellsHueSaturationAndValue) {
 }
 
 TEST(FColorTest, TurnsHuesBackAndShowsImpossibleOnesInMagenta) {
-    struct Case {
-        Floats hsv, rgb;
-    };
-    float const infinity = std::numeric_limits<float>::infinity();
     Floats const magenta{1, 0, 1};
-    for (Case const& c :
-         {Case{{0, 1, 1}, {1, 0, 0}}, Case{{360, 1, 1}, {1, 0, 0}}, Case{{90, 0.5F, 1}, {0.75F, 1, 0.5F}},
-          Case{{150, 1, 2}, {0, 2, 1}}, Case{{210, 1, 1}, {0, 0.5F, 1}}, Case{{270, 1, 1}, {0.5F, 0, 1}},
-          Case{{330, 1, 1}, {1, 0, 0.5F}}, Case{{-30, 1, 1}, {1, -0.5F, 0}}, Case{{-60, 1, 0.2F}, magenta},
-          Case{{400, 1, 0.2F}, magenta}, Case{{infinity, 1, 1}, magenta}, Case{{-1e30F, 1, 1}, magenta},
-          Case{{400, 0, 0.2F}, {0.2F, 0.2F, 0.2F}}}) {
+    for (Hue const& c :
+         {Hue{{1, 0, 0}, {0, 1, 1}}, Hue{{1, 0, 0}, {360, 1, 1}}, Hue{{0.75F, 1, 0.5F}, {90, 0.5F, 1}},
+          Hue{{0, 2, 1}, {150, 1, 2}}, Hue{{0, 0.5F, 1}, {210, 1, 1}}, Hue{{0.5F, 0, 1}, {270, 1, 1}},
+          Hue{{1, 0, 0.5F}, {330, 1, 1}}, Hue{{1, -0.5F, 0}, {-30, 1, 1}}, Hue{magenta, {-60, 1, 0.2F}},
+          Hue{magenta, {400, 1, 0.2F}}, Hue{magenta, {kInfinity, 1, 1}}, Hue{magenta, {-1e30F, 1, 1}},
+          Hue{{0.2F, 0.2F, 0.2F}, {400, 0, 0.2F}}}) {
         Floats rgb(3);
         FColor::hsv2rgb(c.hsv[0], c.hsv[1], c.hsv[2], &rgb[0], &rgb[1], &rgb[2]);
         EXPECT_EQ(rgb, c.rgb) << c.hsv[0];

@@ -19,10 +19,18 @@ using Colors = std::vector<Color>;
 Color const kBlack;
 Color const kKey(255, 0, 255, 9);
 
+float const kInfinity = std::numeric_limits<float>::infinity();
+float const kNan = std::numeric_limits<float>::quiet_NaN();
+
 Color grey(int value) {
     auto const v = static_cast<std::uint8_t>(value);
     return {v, v, v, v};
 }
+
+struct GreySample {
+    float x, y;
+    int expected;
+};
 
 TEST(ImageTest, IsOpaqueBlackUntilCleared) {
     Image image(2, 2);
@@ -49,17 +57,14 @@ TEST(ImageTest, CopiesOwnTheirPixels) {
 }
 
 TEST(ImageTest, KeepsSizesThatHoldNoPixels) {
-    struct Size {
-        int width, height;
-    };
-    for (Size const size : {Size{0, 0}, Size{0, 5}, Size{7, -1}, Size{-3, -4}}) {
+    for (auto const& [width, height] : {std::pair(0, 0), {0, 5}, {7, -1}, {-3, -4}}) {
         Image image(4, 4);
-        image.resize(size.width, size.height);
+        image.resize(width, height);
         Image assigned(2, 2);
         assigned = image;
-        for (Image const& empty : {image, Image(size.width, size.height), Image(image), assigned}) {
-            EXPECT_EQ(empty.getWidth(), size.width);
-            EXPECT_EQ(empty.getHeight(), size.height);
+        for (Image const& empty : {image, Image(width, height), Image(image), assigned}) {
+            EXPECT_EQ(empty.getWidth(), width);
+            EXPECT_EQ(empty.getHeight(), height);
             EXPECT_EQ(empty.getData(), nullptr);
             EXPECT_EQ(empty.samplePoint(0, 0), kBlack);
             EXPECT_EQ(empty.sampleBilinear(0, 0), kBlack);
@@ -95,29 +100,27 @@ TEST(ImageTest, PointSamplesTakeTheNearestPixel) {
     Image image(4, 4);
     for (int i = 0; i < 16; ++i)
         image[i] = grey(i);
-    struct Case {
-        float x, y;
-        int expected;
-    };
-    float const huge = std::numeric_limits<float>::infinity();
-    for (Case const& c :
-         {Case{-3, 1e6F, 12}, Case{1.49F, 0, 1}, Case{1.5F, 0, 2}, Case{0, 2.5F, 12}, Case{huge, -huge, 3},
-          Case{huge - huge, 1, 4}, Case{-0.9F, 0, 0}, Case{0.49999997F, 0, 0}})
-        EXPECT_EQ(image.samplePoint(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
+    for (auto const& [x, y, expected] :
+         {GreySample{-3, 1e6F, 12}, GreySample{1.49F, 0, 1}, GreySample{1.5F, 0, 2}, GreySample{0, 2.5F, 12},
+          GreySample{kInfinity, -kInfinity, 3}, GreySample{kNan, 1, 4}, GreySample{-0.9F, 0, 0},
+          GreySample{0.49999997F, 0, 0}})
+        EXPECT_EQ(image.samplePoint(x, y), grey(expected)) << x << ' ' << y;
 }
 
 TEST(ImageTest, BilinearSamplesTruncateAfterEachBlend) {
     Image const image =
         imageOf(4, {grey(0), grey(255), grey(10), grey(20), grey(5), grey(2), grey(0), grey(9)});
-    struct Case {
-        float x, y;
-        int expected;
-    };
-    float const huge = std::numeric_limits<float>::infinity();
-    for (Case const& c :
-         {Case{0.5F, 0, 127}, Case{3.5F, 0, 20}, Case{0.5F, 0.5F, 65}, Case{-1, -1, 0}, Case{0, 1.75F, 5},
-          Case{0.25F, 1, 4}, Case{huge, 0, 20}, Case{-huge, huge, 5}, Case{2.5F, 0.25F, 12}})
-        EXPECT_EQ(image.sampleBilinear(c.x, c.y), grey(c.expected)) << c.x << ' ' << c.y;
+    for (auto const& [x, y, expected] :
+         {GreySample{0.5F, 0, 127}, GreySample{3.5F, 0, 20}, GreySample{0.5F, 0.5F, 65},
+          GreySample{-1, -1, 0}, GreySample{0, 1.75F, 5}, GreySample{0.25F, 1, 4},
+          GreySample{kInfinity, 0, 20}, GreySample{-kInfinity, kInfinity, 5}, GreySample{2.5F, 0.25F, 12}})
+        EXPECT_EQ(image.sampleBilinear(x, y), grey(expected)) << x << ' ' << y;
+}
+
+/// The colour whose channels `of` tells, each from its place in a colour.
+template <class Of>
+Color byChannel(Of of) {
+    return {of(&Color::r), of(&Color::g), of(&Color::b), of(&Color::a)};
 }
 
 /// Pixels without any order, a third of them of the key colour.
@@ -155,9 +158,7 @@ TEST(ImageTest, EveryBilinearSampleIsThreeBlends) {
                 Zel::blendChannel(at(column, row + 1).*channel, at(column + 1, row + 1).*channel, x - left);
             return static_cast<std::uint8_t>(Zel::blendChannel(upper, lower, y - top));
         };
-        ASSERT_EQ(image.sampleBilinear(x, y),
-                  Color(expected(&Color::r), expected(&Color::g), expected(&Color::b), expected(&Color::a)))
-            << x << ' ' << y;
+        ASSERT_EQ(image.sampleBilinear(x, y), byChannel(expected)) << x << ' ' << y;
     }
 }
 
@@ -182,9 +183,7 @@ TEST(ImageTest, DilationOfAnyImageIsTheAverageOfNeighbours) {
             };
             Color expected = before(x, y);
             if (isKey(expected))
-                expected = neighbours.empty() ? kKey
-                                              : Color(average(&Color::r), average(&Color::g),
-                                                      average(&Color::b), average(&Color::a));
+                expected = neighbours.empty() ? kKey : byChannel(average);
             ASSERT_EQ(after(x, y), expected) << x << ' ' << y;
         }
     }
@@ -202,7 +201,6 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
         color.a = 255;
         return color;
     };
-    float const nan = std::numeric_limits<float>::quiet_NaN();
     struct Case {
         float scale;
         std::vector<Point> polygon;
@@ -221,8 +219,8 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
              Case{2, rectangle(0.25F, 0.5F), 50},    // at 1 and 1.5
              Case{1, {{0, 0}, {1, 0}}, 0},           // no area
              Case{1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
-             Case{nan, rectangle(0, 1), 0},
-             Case{1, rectangle(nan, 1), 0},
+             Case{kNan, rectangle(0, 1), 0},
+             Case{1, rectangle(kNan, 1), 0},
              Case{0, rectangle(0, 1), 0},
          }) {
         int const count = static_cast<int>(c.polygon.size());

@@ -62,18 +62,11 @@ TEST_F(JpegTest, OtherColourSpacesAreRefused) {
 
 TEST_F(JpegTest, WhateverElseFailsHasNoMessage) {
     std::string const whole = testData("colour.jpg");
-    struct Case {
-        char const* name;
-        std::string content;
-    };
-    for (Case const& c :
-         {Case{"empty.jpg", ""}, Case{"other.jpg", "BM and no picture"},
-          Case{"header.jpg", whole.substr(0, 200)}, Case{"rows.jpg", whole.substr(0, whole.size() - 12)}})
-        EXPECT_EQ(
-            errorOf<Zel::JPEGLoaderException_LoadFailed>([&, n = place(c.name, c.content)] { Image{n}; }), "")
-            << c.name;
-    EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([] { Image{"none.jpg"}; }), "");
-    EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([] { Image{std::string("a\0.jpg", 6)}; }), "");
+    for (std::string const& name :
+         {place("empty.jpg", ""), place("other.jpg", "BM and no picture"),
+          place("header.jpg", whole.substr(0, 200)), place("rows.jpg", whole.substr(0, whole.size() - 12)),
+          std::string("none.jpg"), std::string("a\0.jpg", 6)})
+        EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([&] { Image{name}; }), "") << name;
 }
 
 TEST_F(JpegTest, APictureOfEndlessScansIsRefused) {
