@@ -56,21 +56,16 @@ TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
 
 TEST_F(PreprocessorTest, MacrosReplaceWholeWordsOnce) {
     std::string const macros = "#define W 7\n  # \t define\tA B\r\n#define B 8 ignored\n#define N (1,2)\n[a]";
-    struct {
-        char const* text;
-        char const* variable;
-    } const cases[] = {
-        {"x = W;", "x = 7 (type 0)"},
-        {"x = 3W;", "x = 37 (type 0)"}, // a word starts where a letter does
-        {"x = 3W4;", "Syntax error in file main at line 5"},
-        {"x = A;", "Syntax error in file main at line 5"}, // B: the replacement is not replaced
-        {"W = 1;", "7 = 1 (type 0)"},
-        {"x = N;", "x = (1,2) (type 4)"},
-        {"\n#undef W\n#define W 9\nx = W;", "x = 9 (type 0)"},
-        {"\n#undef unknown\nx = W;", "x = 7 (type 0)"},
-        {"x = 1 #define Y 5\n; y = Y;", "x = 1 (type 0)\ny = 5 (type 0)"}, // anywhere in a line
-    };
-    for (auto const& [text, variable] : cases) {
+    for (auto const& [text, variable] :
+         {std::pair("x = W;", "x = 7 (type 0)"),
+          {"x = 3W;", "x = 37 (type 0)"}, // a word starts where a letter does
+          {"x = 3W4;", "Syntax error in file main at line 5"},
+          {"x = A;", "Syntax error in file main at line 5"}, // B: the replacement is not replaced
+          {"W = 1;", "7 = 1 (type 0)"},
+          {"x = N;", "x = (1,2) (type 4)"},
+          {"\n#undef W\n#define W 9\nx = W;", "x = 9 (type 0)"},
+          {"\n#undef unknown\nx = W;", "x = 7 (type 0)"},
+          {"x = 1 #define Y 5\n; y = Y;", "x = 1 (type 0)\ny = 5 (type 0)"}}) { // anywhere in a line
         std::string const tree = resultOf(macros + text);
         EXPECT_TRUE(tree == variable || tree == "[a]\n" + std::string(variable) + "\n")
             << text << ": " << tree;
@@ -99,18 +94,13 @@ TEST_F(PreprocessorTest, IncludesAreReadInPlace) {
 
 // What reads past the end of an included file steps the including one over its next character.
 TEST_F(PreprocessorTest, ReadingPastAnIncludedFileCostsACharacter) {
-    struct {
-        char const* included;
-        char const* expected;
-    } const cases[] = {
-        {"x = 1;", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"},
-        {"x = 1; // comment", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
-        {"x = 1; // comment\n", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"},
-        {"#define Q 1", "[a]\nz = 2 (type 0)\n"},
-        {"x = 1;/**/", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
-        {"x = \"literal", "Unexpected end of file in script inc"},
-    };
-    for (auto const& [included, expected] : cases) {
+    for (auto const& [included, expected] :
+         {std::pair("x = 1;", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"),
+          {"x = 1; // comment", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
+          {"x = 1; // comment\n", "[a]\nx = 1 (type 0)\nyz = 2 (type 0)\n"},
+          {"#define Q 1", "[a]\nz = 2 (type 0)\n"},
+          {"x = 1;/**/", "[a]\nx = 1 (type 0)\nz = 2 (type 0)\n"},
+          {"x = \"literal", "Unexpected end of file in script inc"}}) {
         writeFile("inc", included);
         EXPECT_EQ(resultOf("[a]\n#include inc\nyz = 2;"), expected) << included;
     }
@@ -119,74 +109,60 @@ TEST_F(PreprocessorTest, ReadingPastAnIncludedFileCostsACharacter) {
 }
 
 TEST_F(PreprocessorTest, EveryFailureNamesItsFileAndLine) {
-    struct {
-        char const* text; // its first line is line 3 of its file
-        char const* error;
-    } const cases[] = {
-        // A directive that ends in a line feed is reported with the line after it.
-        {"#include\n", "Missing argument in preprocessor directive \"#include\" in %s on line 4"},
-        {"#define\n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
-        {"#define X \n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
-        {"#undef\n", "Missing argument in preprocessor directive \"#undef\" in %s on line 4"},
-        {"#\n", "Unknown preprocessor directive \"#\" in %s on line 4"},
-        {"#Include x\n", "Unknown preprocessor directive \"#Include\" in %s on line 4"},
-        {"#define A 1\n#define A 1\n", "Preprocessor macro \"A\" already defined in %s on line 5"},
-        {"/* one\n/* two */", "Comment beginning on line 3 in %s is not terminated"},
-        {"x\xFF", "Invalid character '\xFF' (0xff) in %s on line 3"},
-        {"/*\n\n**\x80 \x81*/", "Invalid character '\x80' (0x80) in %s on line 5"},
-        {"/* \x80 */", "Invalid character '\x80' (0x80) in %s on line 3"},
-        {"#define \x81\n", "Invalid character '\x81' (0x81) in %s on line 3"},
-        {"\"\n\xE4\"", "Invalid character '\xE4' (0xe4) in %s on line 4"},
-        {"[a] x = 1; }", "Syntax error in file %s at line 3"},
-        {"[a] x = 1;\ny = ;", "Syntax error in file %s at line 4"},
-        {"[a]\nx = [2,1];", "Interval x has an invalid range in file %s at line 4"},
-        {"[a] x = 1", "Unexpected end of file in script %s"},
-        {"[a", "Unexpected end of file in script %s"},
-        {"[a] x = \"", "Unexpected end of file in script %s"},
-    };
-    for (auto const& [text, error] : cases) {
-        auto const errorIn = [error = std::string(error)](std::string const& file) {
-            std::string result = error;
-            return result.replace(result.find("%s"), 2, file);
-        };
-        EXPECT_EQ(resultOf("\n\n" + std::string(text)), errorIn("main")) << text;
+    // The first line of each is line 3 of its file. A directive that ends in a line feed is reported with the
+    // line after it.
+    for (auto const& [text, error] :
+         {std::pair("#include\n", "Missing argument in preprocessor directive \"#include\" in %s on line 4"),
+          {"#define\n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
+          {"#define X \n", "Missing argument in preprocessor directive \"#define\" in %s on line 4"},
+          {"#undef\n", "Missing argument in preprocessor directive \"#undef\" in %s on line 4"},
+          {"#\n", "Unknown preprocessor directive \"#\" in %s on line 4"},
+          {"#Include x\n", "Unknown preprocessor directive \"#Include\" in %s on line 4"},
+          // One without is reported with its own, in its own file.
+          {"#nothing", "Unknown preprocessor directive \"#nothing\" in %s on line 3"},
+          {"#define A 1\n#define A 2", "Preprocessor macro \"A\" already defined in %s on line 4"},
+          {"#include", "Missing argument in preprocessor directive \"#include\" in %s on line 3"},
+          {"#define A 1\n#define A 1\n", "Preprocessor macro \"A\" already defined in %s on line 5"},
+          {"/* one\n/* two */", "Comment beginning on line 3 in %s is not terminated"},
+          {"x\xFF", "Invalid character '\xFF' (0xff) in %s on line 3"},
+          {"/*\n\n**\x80 \x81*/", "Invalid character '\x80' (0x80) in %s on line 5"},
+          {"/* \x80 */", "Invalid character '\x80' (0x80) in %s on line 3"},
+          {"#define \x81\n", "Invalid character '\x81' (0x81) in %s on line 3"},
+          {"\"\n\xE4\"", "Invalid character '\xE4' (0xe4) in %s on line 4"},
+          {"[a] x = 1; }", "Syntax error in file %s at line 3"},
+          {"[a] x = 1;\ny = ;", "Syntax error in file %s at line 4"},
+          {"[a]\nx = [2,1];", "Interval x has an invalid range in file %s at line 4"},
+          {"[a] x = 1", "Unexpected end of file in script %s"},
+          {"[a", "Unexpected end of file in script %s"},
+          {"[a] x = \"", "Unexpected end of file in script %s"}}) {
+        std::string inMain = error, inIncluded = error;
+        inMain.replace(inMain.find("%s"), 2, "main");
+        inIncluded.replace(inIncluded.find("%s"), 2, "Dir/Inc");
+        EXPECT_EQ(resultOf("\n\n" + std::string(text)), inMain) << text;
         writeFile("dir/inc", "\n\n" + std::string(text));
-        EXPECT_EQ(resultOf("\n// more\n#include Dir/Inc\n"), errorIn("Dir/Inc")) << text;
+        EXPECT_EQ(resultOf("\n// more\n#include Dir/Inc\n"), inIncluded) << text;
     }
     writeFile("inc", "// fine\n");
     EXPECT_EQ(resultOf("[a]\n#include inc\n\nx = ;"), "Syntax error in file main at line 4")
         << "and back again";
 }
 
-TEST_F(PreprocessorTest, ADirectiveOnALastLineNamesTheFileItStandsIn) {
-    EXPECT_EQ(resultOf("\n\n#nothing"), "Unknown preprocessor directive \"#nothing\" in main on line 3");
-    EXPECT_EQ(resultOf("#define A 1\n#define A 2"),
-              "Preprocessor macro \"A\" already defined in main on line 2");
-    EXPECT_EQ(resultOf("#include"),
-              "Missing argument in preprocessor directive \"#include\" in main on line 1");
-}
-
 TEST_F(PreprocessorTest, AnIncludeWithoutEndIsRefusedAtTheThirdEntry) {
     writeFile("one", "#include two");
     writeFile("two", "// comment\n#include one");
     writeFile("third", "#define B 1\n");
-    struct {
-        char const* text;
-        char const* error;
-    } const cases[] = {
-        {"\n#include Main\n", "File Main includes itself without end in Main on line 3"},
-        // Also when the including file is read to its end.
-        {"\n#include x/../MAIN", "File x/../MAIN includes itself without end in x/../MAIN on line 2"},
-        {"#include one", "File one includes itself without end in two on line 2"},
-        // Reading past the end of both has led back to the first file.
-        {"#include one\n[abc]", "File one includes itself without end in main on line 2"},
-        // What is wrong with the second reading is told first.
-        {"#define A 1\n#include main\n", "Preprocessor macro \"A\" already defined in main on line 2"},
-        {"#include third\n#include main\n", "Preprocessor macro \"B\" already defined in third on line 2"},
-        // A file that is read again behind itself is in no chain.
-        {"#include third\n#undef B\n#include third\n#undef B\n#include third\n[a]", "[a]\n"},
-    };
-    for (auto const& [text, error] : cases)
+    for (auto const& [text, error] :
+         {std::pair("\n#include Main\n", "File Main includes itself without end in Main on line 3"),
+          // Also when the including file is read to its end.
+          {"\n#include x/../MAIN", "File x/../MAIN includes itself without end in x/../MAIN on line 2"},
+          {"#include one", "File one includes itself without end in two on line 2"},
+          // Reading past the end of both has led back to the first file.
+          {"#include one\n[abc]", "File one includes itself without end in main on line 2"},
+          // What is wrong with the second reading is told first.
+          {"#define A 1\n#include main\n", "Preprocessor macro \"A\" already defined in main on line 2"},
+          {"#include third\n#include main\n", "Preprocessor macro \"B\" already defined in third on line 2"},
+          // A file that is read again behind itself is in no chain.
+          {"#include third\n#undef B\n#include third\n#undef B\n#include third\n[a]", "[a]\n"}})
         EXPECT_EQ(resultOf(text), error) << text;
 }
 

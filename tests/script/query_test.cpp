@@ -39,11 +39,15 @@ TEST_F(QueryTest, TheCursorStartsAtRootAndSeesOneLevel) {
     EXPECT_EQ(script.getInt("x"), 3) << "the cursor has stayed";
 }
 
-TEST_F(QueryTest, OneOfManyBlocksIsFoundByItsFirstName) {
-    std::string text;
-    for (int i = 0; i < 500; ++i)
-        text += "[b" + std::to_string(i % 250) + "] x = " + std::to_string(i) + ";";
-    Script script = parse(text);
+TEST_F(QueryTest, OneOfManyBlocksAndVariablesIsFoundByItsFirstName) {
+    std::string blocks, variables;
+    for (int i = 0; i < 500; ++i) {
+        std::string const name = std::to_string(i % 250), value = " = " + std::to_string(i) + ";";
+        blocks += "[b" + name + "] x" + value;
+        variables += "x" + name + value;
+    }
+    // A value that a brace is in expects names again: these come behind those of a child.
+    Script script = parse(blocks + "[a]" + variables + "y = 1 {2; [child] x0 = 7; {} x1 = 8; z = 9; }");
     for (int i = 0; i < 250; ++i) {
         script.lock("b" + std::to_string(i));
         EXPECT_EQ(script.getInt("x"), i);
@@ -51,15 +55,6 @@ TEST_F(QueryTest, OneOfManyBlocksIsFoundByItsFirstName) {
     }
     EXPECT_FALSE(script.hasBlock("b250"));
     EXPECT_THROW(script.lock(""), Zel::ScriptException_BlockNotFound);
-}
-
-TEST_F(QueryTest, OneOfManyVariablesIsFoundByItsFirstName) {
-    std::string text = "[a]";
-    for (int i = 0; i < 500; ++i)
-        text += "x" + std::to_string(i % 250) + " = " + std::to_string(i) + ";";
-    // A value that a brace is in expects names again: these come behind those of a child.
-    text += "y = 1 {2; [child] x0 = 7; {} x1 = 8; z = 9; }";
-    Script script = parse(text);
     script.lock("a");
     for (int i = 0; i < 250; ++i)
         EXPECT_EQ(script.getInt("x" + std::to_string(i)), i);
@@ -136,19 +131,16 @@ TEST_F(QueryTest, CopiesShareTheTreeAndKeepTheirOwnCursors) {
 
 TEST_F(QueryTest, TheDumpGoesToTheLogAndALineFeedABlockToStandardOutput) {
     Script script = parse("[a] n = 5; n = 6; { [b] s = \"hi\\n\"; } [c]");
-    {
+    auto const expectDump = [&script](std::string const& lineFeeds, std::string const& text) {
         testing::internal::CaptureStdout();
         test::LogCapture const log;
         script.dump();
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), "\n\n\n");
-        EXPECT_EQ(log.text(), "[a]\nn = 5 (type 0)\nn = 6 (type 0)\n  [b]\n  s = hi\n (type 2)\n[c]\n");
-    }
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), lineFeeds);
+        EXPECT_EQ(log.text(), text);
+    };
+    expectDump("\n\n\n", "[a]\nn = 5 (type 0)\nn = 6 (type 0)\n  [b]\n  s = hi\n (type 2)\n[c]\n");
     script.lock("a");
-    testing::internal::CaptureStdout();
-    test::LogCapture const log;
-    script.dump();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\n");
-    EXPECT_EQ(log.text(), "[b]\ns = hi\n (type 2)\n") << "the current block itself is not shown";
+    expectDump("\n", "[b]\ns = hi\n (type 2)\n"); // the current block itself is not shown
     EXPECT_EQ(script.getBlockName(), "a");
 }
 
