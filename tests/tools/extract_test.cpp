@@ -116,13 +116,4 @@ TEST_F(ExtractTest, WhatTheHostTakesForOneNameKeepsTheEarlierEntry) {
     }
 }
 
-TEST_F(ExtractTest, TheBarCountsBytes) {
-    packArchive("a.bva", {{"a", std::string(100'000, 'x')}, {"b", std::string(100'000, 'x')}});
-    std::ostringstream terminal, out, err;
-    std::istringstream in;
-    EXPECT_EQ(zel::run({"extract", "a.bva", "out"}, {in, out, err, &terminal}), 0);
-    EXPECT_THAT(terminal.str(), HasSubstr("\rextracting [############............................] 32%"));
-    EXPECT_THAT(terminal.str(), HasSubstr("] 100%"));
-}
-
 } // namespace

@@ -66,13 +66,9 @@ TEST_F(ImageCommandsTest, ConvertKeepsThePixelsAndTheName) {
 }
 
 TEST_F(ImageCommandsTest, EverySizeIsFilled) {
-    writeFile(
-        "a.tga", Tga{10, 120, 100} + [] {
-            std::string packets;
-            for (int i = 0; i < 120 * 100 / 100; ++i)
-                packets += test::bytes({0x80 + 99, 64, 128, 32});
-            return packets;
-        }());
+    Zel::Image source(120, 100);
+    std::fill_n(source.getData(), 120 * 100, Color(32, 128, 64, 255));
+    source.save("a.tga");
     for (std::string const size : {"1x1", "7x9", "60x50", "119x99", "120x100", "121x333"}) {
         EXPECT_EQ(zel({"image", "convert", "a.tga", "out.tga", "--size", size}), 0) << err();
         Zel::Image const image = load("out.tga");

@@ -15,27 +15,22 @@ using testing::HasSubstr;
 using ScriptCommandsTest = test::ProgramTest;
 
 TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
-    struct {
-        char const* name;
-        char const* text;
-        char const* report; // what follows "name:"
-    } const cases[] = {
-        {"syntax", "[a]\nx = ;\n", "2: Syntax error in file syntax at line 2"},
-        {"interval", "[a]\n\nx = [2,1];", "3: Interval x has an invalid range in file interval at line 3"},
-        {"directive", "#nothing\n", "2: Unknown preprocessor directive \"#nothing\" in directive on line 2"},
-        {"defined", "#define A 1\n#define A 1",
-         "2: Preprocessor macro \"A\" already defined in defined on line 2"},
-        {"comment", "\n/*\n", "2: Comment beginning on line 2 in comment is not terminated"},
-        {"character", "\xC4", "1: Invalid character '\\xc4' (0xc4) in character on line 1"},
-        {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
-        {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
-        {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},
-        {"missing", "// more\n\n # include \"gone\"\n", "3: Failed to open file \"gone\""},
-    };
     std::vector<std::string> arguments = {"script", "check"};
     std::string expected;
     writeFile("fine", "[a]");
-    for (auto const& [name, text, report] : cases) {
+    for (auto const& [name, text, report] : // which follows "name:"
+         {std::tuple("syntax", "[a]\nx = ;\n", "2: Syntax error in file syntax at line 2"),
+          {"interval", "[a]\n\nx = [2,1];", "3: Interval x has an invalid range in file interval at line 3"},
+          {"directive", "#nothing\n",
+           "2: Unknown preprocessor directive \"#nothing\" in directive on line 2"},
+          {"defined", "#define A 1\n#define A 1",
+           "2: Preprocessor macro \"A\" already defined in defined on line 2"},
+          {"comment", "\n/*\n", "2: Comment beginning on line 2 in comment is not terminated"},
+          {"character", "\xC4", "1: Invalid character '\\xc4' (0xc4) in character on line 1"},
+          {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
+          {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
+          {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},
+          {"missing", "// more\n\n # include \"gone\"\n", "3: Failed to open file \"gone\""}}) {
         writeFile(name, text);
         arguments.insert(arguments.end(), {name, "fine"});
         expected += std::string(name) + ":" + report + "\n";
@@ -66,23 +61,18 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
     writeFile("inc", "[a]\n#include gone");
     writeFile("open", "x = \"literal");
     writeFile("half", "/*");
-    struct {
-        char const* text;
-        char const* place;
-    } const cases[] = {
-        {"\n// #include gone\n/* #include gone\n*/ #include gone\n", "s:4"},
-        {"[a] s = \"\n#include gone\n\"; t = 1; #include gone\n", "s:3"},
-        {"[a] s = \"\\\"; #include gone", "s:1"},
-        {"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
-        {"#include inc\n#include gone\n", "inc:2"},
-        {"#include inc", "inc:2"},
-        {"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"}, // that quote ends the literal
-        {"#include half\n\n*/ #include gone\n", "s:3"},                       // that comment goes on, too
-        {"#define include x\n#include\tgone\r\n", "s:2"},
-        {"#include q:/../../q\n", "s:1"},
-        {"#include \"\"\n", "s:1"},
-    };
-    for (auto const& [text, place] : cases) {
+    for (auto const& [text, place] :
+         {std::pair("\n// #include gone\n/* #include gone\n*/ #include gone\n", "s:4"),
+          {"[a] s = \"\n#include gone\n\"; t = 1; #include gone\n", "s:3"},
+          {"[a] s = \"\\\"; #include gone", "s:1"},
+          {"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
+          {"#include inc\n#include gone\n", "inc:2"},
+          {"#include inc", "inc:2"},
+          {"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"}, // that quote ends the literal
+          {"#include half\n\n*/ #include gone\n", "s:3"},                       // that comment goes on, too
+          {"#define include x\n#include\tgone\r\n", "s:2"},
+          {"#include q:/../../q\n", "s:1"},
+          {"#include \"\"\n", "s:1"}}) {
         writeFile("s", text);
         EXPECT_EQ(zel({"script", "check", "s"}), 1);
         EXPECT_THAT(out(), testing::StartsWith(std::string(place) + ": ")) << text;
@@ -108,14 +98,6 @@ TEST_F(ScriptCommandsTest, AFolderIsReadOnce) {
     EXPECT_EQ(folders.found(path("."), "SCRIPT.NEW"), "SCRIPT.NEW") << "not there when the folder was read";
 }
 
-TEST_F(ScriptCommandsTest, WhatIsNoRegularFileIsNoScript) {
-    fs::create_directory(path("folder"));
-    writeFile("fine", "[a]");
-    EXPECT_EQ(zel({"script", "check", "folder", "fine"}), 3);
-    EXPECT_EQ(err(), "zel: cannot read folder: it is no regular file\n");
-    EXPECT_EQ(zel({"script", "dump", "folder"}), 3);
-}
-
 TEST_F(ScriptCommandsTest, NoFileKeepsTheOthersFromBeingChecked) {
     writeFile("bad", "x");
     writeFile("inc", "[a]\n#include nowhere");
@@ -129,9 +111,11 @@ TEST_F(ScriptCommandsTest, NoFileKeepsTheOthersFromBeingChecked) {
     EXPECT_THAT(out(), HasSubstr("/open:1: Unexpected end of file in script d/../d"));
     EXPECT_THAT(out(), HasSubstr("\ninc:2: Failed to open file \"nowhere\"\n"));
     EXPECT_THAT(out(), HasSubstr("\nbad:1: Syntax error in file bad at line 1\n"));
-    EXPECT_EQ(zel({"script", "check", "q:/../../q", "bad"}), 3);
-    EXPECT_EQ(err(), "zel: Directory \"q:\\..\\..\\q\" not found\n");
+    EXPECT_EQ(zel({"script", "check", "q:/../../q", "d", "bad"}), 3);
+    EXPECT_EQ(err(),
+              "zel: Directory \"q:\\..\\..\\q\" not found\nzel: cannot read d: it is no regular file\n");
     EXPECT_THAT(out(), HasSubstr("bad:1:"));
+    EXPECT_EQ(zel({"script", "dump", "d"}), 3) << "a folder is no script";
 }
 
 TEST_F(ScriptCommandsTest, ScriptsAreFoundInTheDataDirectoryAndItsArchives) {
