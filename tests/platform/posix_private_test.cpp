@@ -22,16 +22,19 @@ protected:
     PosixPrivateTest() : m_usual(test::commonDataFolder()) { test::chooseCommonDataFolder(path("data")); }
     ~PosixPrivateTest() override { test::chooseCommonDataFolder(m_usual); }
 
-    /// Files that somebody else has, in a directory that may be taken for ours.
+    /// Files that somebody else has, in directories that may be taken for ours.
     void writeForeignFiles() const {
-        for (char const* name : {"temp/tmp_1/file", "temp/tmp_1/maps/a.bin", "tmp_1/maps/a.bin"})
+        for (char const* name : kForeignFiles)
             writeFile(std::string("outside/") + name, "mine");
     }
     void expectForeignFiles(std::string const& fact) const {
-        for (char const* name : {"temp/tmp_1/file", "temp/tmp_1/maps/a.bin", "tmp_1/maps/a.bin"})
+        for (char const* name : kForeignFiles)
             EXPECT_EQ(readFile(std::string("outside/") + name), "mine") << fact;
-        EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("outside")), {}), 8) << fact;
+        EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("outside")), {}), 13) << fact;
     }
+
+    static constexpr char const* kForeignFiles[] = {
+        "temp/tmp_1/file", "temp/tmp_1/maps/a.bin", "tmp_1/maps/a.bin", "maps/a.bin", "a.bin", "sub/b.bin"};
 
 private:
     fs::path m_usual;
@@ -40,59 +43,41 @@ private:
 TEST_F(PosixPrivateTest, ATemporaryRootThatOthersCanReachIsLeftAlone) {
     Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
     fs::path const ours = path("data/Brisvane");
-    bool const isRoot = geteuid() == 0;
-    struct {
-        char const* fact;
-        std::function<void()> plant;
-        bool canBePlanted = true;
-    } const cases[] = {
-        {"a link as Brisvane",
-         [&] {
-             fs::create_directory_symlink(path("outside"), ours);
-         }},
-        {"a link in capitals",
-         [&] {
-             fs::create_directory_symlink(path("outside"), path("data/BRISVANE"));
-         }},
-        {"a link as temp",
-         [&] {
-             fs::create_directory(ours);
-             fs::create_directory_symlink(path("outside/temp"), ours / "temp");
-         }},
-        {"others may write Brisvane",
-         [&] {
-             fs::rename(path("outside"), ours);
-             fs::create_directory_symlink(ours, path("outside"));
-             fs::permissions(ours, fs::perms::all);
-         }},
-        {"a group may write temp",
-         [&] {
-             fs::rename(path("outside"), ours);
-             fs::create_directory_symlink(ours, path("outside"));
-             fs::permissions(ours / "temp", fs::perms::owner_all | fs::perms::group_all);
-         }},
-        {"temp belongs to somebody else",
-         [&] {
-             fs::rename(path("outside"), ours);
-             fs::create_directory_symlink(ours, path("outside"));
-             ASSERT_EQ(chown((ours / "temp").c_str(), 65534, 65534), 0);
-         },
-         isRoot},
-    };
-    for (auto const& [fact, plant, canBePlanted] : cases) {
-        if (!canBePlanted)
-            continue;
+    fs::path const temp = ours / "temp";
+    auto const beginAnew = [this] {
         fs::remove_all(path("outside"));
         fs::remove_all(path("data"));
         fs::create_directory(path("data"));
         writeForeignFiles();
-        plant();
+    };
+    auto const expectLeftAlone = [this](std::string const& fact) {
         EXPECT_EQ(File::getTmpDir(), "") << fact;
         std::string name = "maps/a.bin";
         EXPECT_FALSE(File::extractFile(name)) << fact;
         File().forced_cleanup();
         EXPECT_TRUE(File::sm_extractedFiles.empty()) << fact;
         expectForeignFiles(fact);
+    };
+    for (auto const& [link, target] :
+         {std::pair(ours, "outside"), {path("data/BRISVANE"), "outside"}, {temp, "outside/temp"}}) {
+        beginAnew();
+        fs::create_directories(link.parent_path());
+        fs::create_directory_symlink(path(target), link);
+        expectLeftAlone("a link: " + link.string());
+    }
+    uid_t const user = geteuid();
+    for (auto const& [fact, directory, mode, owner] :
+         {std::tuple("others may write Brisvane", ours, fs::perms::all, user),
+          {"a group may write temp", temp, fs::perms::owner_all | fs::perms::group_all, user},
+          {"temp belongs to somebody else", temp, fs::perms::owner_all, 65534U}}) {
+        if (user != 0 && owner != user)
+            continue; // root alone gives away
+        beginAnew();
+        fs::rename(path("outside"), ours);
+        fs::create_directory_symlink(ours, path("outside"));
+        fs::permissions(directory, mode);
+        ASSERT_EQ(chown(directory.c_str(), owner, owner), 0);
+        expectLeftAlone(fact);
     }
 }
 
@@ -112,20 +97,25 @@ TEST_F(PosixPrivateTest, TheWayToTheDataFolderIsTheUsersChoice) {
     EXPECT_TRUE(fs::is_empty(path("elsewhere/brisvane")));
 }
 
-TEST_F(PosixPrivateTest, CleanupRemovesNothingThroughALinkAboveWhatWasRecorded) {
-    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
-    for (char const* swapped : {"data/Brisvane", "data/Brisvane/temp"}) {
+TEST_F(PosixPrivateTest, CleanupRemovesNothingThroughALinkAtOrAboveWhatWasRecorded) {
+    Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}, {"maps\\sub\\b.bin", "x"}}));
+    fs::path const maps = path("data/Brisvane/temp/tmp_1/maps");
+    for (fs::path swapped = maps; swapped != path("data"); swapped = swapped.parent_path()) {
         File::setUniquePathNames(0);
         writeForeignFiles();
         std::string dir = "maps";
         EXPECT_TRUE(File::extractDirectory(dir));
-        fs::rename(path(swapped), path("moved"));
-        fs::create_directory_symlink(path("outside"), path(swapped));
+        EXPECT_TRUE(test::isPrivate(maps) && test::isPrivate(maps / "sub"));
+        fs::rename(swapped, path("moved"));
+        fs::create_directory_symlink(path("outside"), swapped);
         File::cleanup();
         expectForeignFiles(swapped);
+        EXPECT_TRUE(fs::exists(path("moved") / maps.lexically_relative(swapped) / "a.bin"))
+            << "not where it was recorded";
         EXPECT_TRUE(File::sm_extractedFiles.empty());
-        fs::remove(path(swapped));
+        fs::remove(swapped);
         fs::remove_all(path("moved"));
+        fs::remove_all(path("data"));
     }
 }
 

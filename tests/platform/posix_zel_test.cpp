@@ -44,23 +44,19 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
+using Command = std::vector<std::string>;
 using PosixZelTest = test::ProgramTest;
 
-TEST_F(PosixZelTest, PackNamesAllThatFoldToOneNameOnce) {
-    for (char const* name : {"t/A/x", "t/a/X", "t/a/x", "t/b", "t/c/b"})
+TEST_F(PosixZelTest, PackNamesOnceWhatFoldsToOneNameAndWhatCannotBeLookedUp) {
+    for (char const* name : {"t/A/x", "t/a/X", "t/a/x", "t/b", "t/c/b", "t/d:e", "t/d\\e"})
         writeFile(name, "1");
     EXPECT_EQ(zel({"pack", "t", "out.bva"}), 1);
-    EXPECT_EQ(err(), "zel: refused: t/A/x and t/a/X would be the same entry\n"
-                     "zel: refused: t/A/x and t/a/x would be the same entry\n");
+    EXPECT_THAT(err(), HasSubstr("zel: refused: t/d:e has a ':' or a '\\' in its name\n"));
+    EXPECT_THAT(err(), HasSubstr("zel: refused: t/d\\e has a ':' or a '\\' in its name\n"));
+    EXPECT_THAT(err(),
+                testing::EndsWith("in its name\nzel: refused: t/A/x and t/a/X would be the same entry\n"
+                                  "zel: refused: t/A/x and t/a/x would be the same entry\n"));
     EXPECT_FALSE(fs::exists(path("out.bva")));
-}
-
-TEST_F(PosixZelTest, PackRefusesNamesThatCannotBeLookedUp) {
-    writeFile("t/a:b", "1");
-    writeFile("t/a\\b", "1");
-    EXPECT_EQ(zel({"pack", "t", "out.bva"}), 1);
-    EXPECT_THAT(err(), HasSubstr("refused: t/a:b has a ':'"));
-    EXPECT_THAT(err(), HasSubstr("refused: t/a\\b has a ':' or a '\\'"));
 }
 
 TEST_F(PosixZelTest, PackFollowsLinksToFilesAlone) {
@@ -101,8 +97,7 @@ TEST_F(PosixZelTest, OutputsThatAreNoFilesAreRefusedAndKept) {
     fs::create_symlink("fifo.bmp", path("link.bmp"));
     for (char const* name : {"directory.bmp", "fifo.bmp", "socket.bmp", "link.bmp"}) {
         auto const before = fs::symlink_status(path(name)).type();
-        for (auto const& command :
-             {std::vector<std::string>{"pack", "t", name}, {"noise", name, "--size", "1x1"}}) {
+        for (auto const& command : {Command{"pack", "t", name}, {"noise", name, "--size", "1x1"}}) {
             EXPECT_EQ(zel(command), 3);
             EXPECT_EQ(err(), std::string("zel: cannot write ") + name + ": it is no regular file\n");
         }
@@ -126,7 +121,7 @@ TEST_F(PosixZelTest, OutputsAreWrittenThroughLinks) {
         EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(path(target))));
         EXPECT_EQ(zel({"cat", target, "file"}), 0) << err();
     }
-    EXPECT_EQ(std::distance(fs::directory_iterator(path("real")), fs::directory_iterator()), 3);
+    EXPECT_EQ(std::distance(fs::directory_iterator(path("real")), {}), 3);
 }
 
 TEST_F(PosixZelTest, AFileThatHasBecomeAFifoIsNotWaitedFor) {
@@ -142,43 +137,30 @@ TEST_F(PosixZelTest, AFileThatHasBecomeAFifoIsNotWaitedFor) {
 
 TEST_F(PosixZelTest, ASignalLeavesTheOlderArchiveAndNothingElse) {
     writeFile("t/file", "content");
-    packArchive("long.bva", {{"new", "content"}});
-    struct {
-        int signal;
-        bool isIgnored;
-        std::vector<std::string> command;
-    } const cases[] = {
-        {SIGINT, false, {"pack", "t", "out.bva"}},
-        {SIGTERM, false, {"pack", "t", "out.bva"}},
-        {SIGHUP, false, {"pack", "t", "out.bva"}},
-        {SIGHUP, true, {"pack", "t", "out.bva"}},
-    };
-    for (auto const& [signal, isIgnored, command] : cases) {
+    for (auto const& [signal, isIgnored] :
+         {std::pair(SIGINT, false), {SIGTERM, false}, {SIGHUP, false}, {SIGHUP, true}}) {
         writeFile("out.bva", "the older one");
         pid_t const child = fork();
         if (child == 0) {
             std::signal(signal, isIgnored ? SIG_IGN : SIG_DFL);
             test::Watcher watcher([this, sent = signal] {
-                auto const files = std::distance(fs::directory_iterator(path(".")), fs::directory_iterator());
-                if (files != 4)
+                if (std::distance(fs::directory_iterator(path(".")), {}) != 3)
                     _exit(99); // there is no temporary file, which could be left
                 raise(sent);
             });
-            _exit(zel(command, "", &watcher));
+            _exit(zel({"pack", "t", "out.bva"}, "", &watcher));
         }
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
         EXPECT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) : -WEXITSTATUS(status), isIgnored ? 0 : signal);
         EXPECT_EQ(readFile("out.bva") == "the older one", !isIgnored);
-        EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 3);
+        EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), {}), 2);
     }
 }
 
 TEST_F(PosixZelTest, WhatIsReplacedIsOnTheDiskFirst) {
     writeFile("t/file", "content");
-    std::vector<std::string> const commands[] = {{"pack", "t", "out.bva"},
-                                                 {"noise", "out.bmp", "--size", "1x1"}};
-    for (auto const& command : commands) {
+    for (auto const& command : {Command{"pack", "t", "out.bva"}, {"noise", "out.bmp", "--size", "1x1"}}) {
         s_diskCalls.clear();
         EXPECT_EQ(zel(command), 0) << err();
         EXPECT_EQ(s_diskCalls, (std::vector<std::string>{"file", "rename", "directory"})) << command.front();
@@ -199,10 +181,9 @@ TEST_F(PosixZelTest, EntriesAreNeverHeldWhole) {
         int overflow(int byte) override { return byte; }
         std::streamsize xsputn(char const* /*bytes*/, std::streamsize size) override { return size; }
     } nowhere;
-    std::vector<std::string> const commands[] = {{"pack", "t", "a.bva"},      {"verify", "a.bva"},
-                                                 {"list", "a.bva"},           {"cat", "a.bva", "file"},
-                                                 {"extract", "a.bva", "out"}, {"diff", "a.bva", "a.bva"}};
-    for (auto const& command : commands) {
+    for (auto const& command : {Command{"pack", "t", "a.bva"}, Command{"verify", "a.bva"},
+                                Command{"list", "a.bva"}, Command{"cat", "a.bva", "file"},
+                                Command{"extract", "a.bva", "out"}, Command{"diff", "a.bva", "a.bva"}}) {
         std::ostream out(&nowhere);
         std::ostringstream err;
         std::istringstream in;
@@ -221,7 +202,7 @@ TEST_F(PosixZelTest, RunningOutOfMemoryTellsWhatWasRead) {
     writeFile("a.bmp", test::Bmp{200, 200} + large);
     writeFile("t/file", large);
     struct {
-        std::vector<std::string> command;
+        Command command;
         char const* read;
     } const cases[] = {
         {{"list", "table.bva"}, "table.bva"}, {{"verify", "table.bva"}, "table.bva"},
@@ -256,7 +237,7 @@ TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     test::withFullDisk(5'000, [&] { exitCode = zel({"noise", "noise.tga", "--size", "64x64"}); });
     EXPECT_EQ(exitCode, 3);
     EXPECT_EQ(err(), "zel: cannot write noise.tga: the disk is full, or the file would pass 2 GiB\n");
-    EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), fs::directory_iterator()), 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), {}), 2);
 }
 
 TEST_F(PosixZelTest, APipeOrADeviceIsNoScript) {
