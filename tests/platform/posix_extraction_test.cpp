@@ -176,7 +176,7 @@ TEST_F(PosixZelExtractTest, LinksInTheDestinationLeadNowhere) {
 }
 
 TEST_F(PosixZelExtractTest, NamesMayBeAsLongAsTheHostAllows) {
-    for (std::size_t const length : {231, 250, 255, 256}) {
+    for (std::size_t const length : {231U, 250U, 255U, 256U}) {
         std::string const name(length, 'n');
         packArchive("a.bva", {{name, "x"}, {"sub\\" + name, "x"}});
         EXPECT_EQ(zel({"extract", "a.bva", "out"}), length <= 255 ? 0 : 3) << err();

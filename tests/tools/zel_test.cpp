@@ -139,7 +139,7 @@ TEST_F(ZelTest, AFileThatChangesWhileItIsPackedLeavesNoArchive) {
     };
     for (auto const& [change, message] : cases) {
         writeFile("tree/big", std::string(70'000, 'x'));
-        test::Watcher watcher([&] { change(path("tree/big")); });
+        test::Watcher watcher([this, act = change] { act(path("tree/big")); });
         EXPECT_EQ(zel({"pack", "tree", "out.bva"}, "", &watcher), 3);
         EXPECT_THAT(err(), HasSubstr(message));
         EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), {}), 1);
