@@ -2,6 +2,7 @@
 
 #include "support/allocations.h"
 #include "support/full_disk.h"
+#include "support/host_calls.h"
 #include "support/pictures.h"
 #include "support/program_test.h"
 
@@ -238,6 +239,18 @@ TEST_F(PosixZelTest, AFullDiskKeepsTheOlderArchiveAndLeavesNothingElse) {
     EXPECT_EQ(exitCode, 3);
     EXPECT_EQ(err(), "zel: cannot write noise.tga: the disk is full, or the file would pass 2 GiB\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(path(".")), {}), 2);
+}
+
+TEST_F(PosixZelTest, ASearchForAFailedIncludeFollowsNoNamesInComments) {
+    writeFile("inc", "[a]\n#include gone");
+    std::string text;
+    for (std::string name = "s"; name.size() < 600; name = "./" + name)
+        text += "// #include " + name + "\n";
+    writeFile("s", text + "#include inc\n");
+    long const before = test::hostCalls();
+    EXPECT_EQ(zel({"script", "check", "s"}), 1);
+    EXPECT_LT(test::hostCalls() - before, 1'000);
+    EXPECT_EQ(out(), "inc:2: Failed to open file \"gone\"\n");
 }
 
 TEST_F(PosixZelTest, APipeOrADeviceIsNoScript) {

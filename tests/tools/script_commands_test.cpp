@@ -1,7 +1,6 @@
 // zel script check and zel script dump
 
 #include "folder_names.h"
-#include "support/host_calls.h"
 #include "support/program_test.h"
 
 #include <gmock/gmock.h>
@@ -77,16 +76,6 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
         EXPECT_EQ(zel({"script", "check", "s"}), 1);
         EXPECT_THAT(out(), testing::StartsWith(std::string(place) + ": ")) << text;
     }
-
-    // Names that stand in comments are not followed, one after the other.
-    std::string text;
-    for (std::string name = "s"; name.size() < 600; name = "./" + name)
-        text += "// #include " + name + "\n";
-    writeFile("s", text + "#include inc\n");
-    test::FailingHostCall const call(1'000);
-    EXPECT_EQ(zel({"script", "check", "s"}), 1);
-    EXPECT_FALSE(test::FailingHostCall::happened());
-    EXPECT_EQ(out(), "inc:2: Failed to open file \"gone\"\n");
 }
 
 TEST_F(ScriptCommandsTest, AFolderIsReadOnce) {
