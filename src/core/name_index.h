@@ -40,19 +40,21 @@ public:
         if (m_slots.empty())
             return std::nullopt;
         std::size_t slot = slotOf(name);
-        for (int probe = 0; probe < kMostProbes; ++probe, slot = behind(slot)) {
+        std::size_t const last = lastProbe(slot);
+        do {
             if (m_slots[slot] == 0)
                 return std::nullopt;
             std::size_t const position = m_slots[slot] - 1;
             if (nameAt(position) == name)
                 return position;
-        }
+            slot = behind(slot);
+        } while (slot != last);
         return findCrowded(name, nameAt);
     }
 
 private:
     /// Names that fall as they like seldom need as many while a third of the slots is free.
-    static constexpr int kMostProbes = 32;
+    static constexpr std::size_t kMostProbes = 32;
 
     template <class NameAt>
     void fillSlots(std::size_t count, NameAt nameAt) {
@@ -72,12 +74,14 @@ private:
     /// Equal names are not looked at: the first of them stands in the first slot that any of them would be
     /// found in, or first among the crowded ones.
     void place(std::uint32_t position, std::size_t slot) {
-        for (int probe = 0; probe < kMostProbes; ++probe, slot = behind(slot)) {
+        std::size_t const last = lastProbe(slot);
+        do {
             if (m_slots[slot] == 0) {
                 m_slots[slot] = position + 1;
                 return;
             }
-        }
+            slot = behind(slot);
+        } while (slot != last);
         m_crowded.push_back(position);
     }
 
@@ -95,6 +99,9 @@ private:
         return std::hash<std::string_view>()(name) & (m_slots.size() - 1);
     }
     std::size_t behind(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }
+
+    /// Where probing ends that begins at a slot: in a smaller table, when it has come round.
+    std::size_t lastProbe(std::size_t slot) const { return (slot + kMostProbes) & (m_slots.size() - 1); }
 
     std::vector<std::uint32_t> m_slots;   // positions + 1, or 0 where it is free; as many as a power of two
     std::vector<std::uint32_t> m_crowded; // the positions without a slot, in the order of their names
