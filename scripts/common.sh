@@ -4,7 +4,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
 build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
-  libjpeg62-turbo-dev)
+  libjpeg62-turbo-dev locales) # a test makes a locale of its own from the sources of locales
 clang_packages=(clang clang-format)
 sanitizer_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
