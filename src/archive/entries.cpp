@@ -80,10 +80,11 @@ void ArchiveEntries::merge(ArchiveEntries others) {
 /// where they end.
 std::size_t ArchiveEntries::copyRecords(ArchiveEntries& all, std::size_t to) const {
     for (std::size_t position = 0; position < size(); ++position) {
+        std::string const key = keyAt(position);
         all.m_records.push_back(static_cast<std::uint32_t>(to));
         all.m_accessed.push_back(m_accessed[position]);
-        to += static_cast<std::size_t>(writeRecord(all.m_table.at(to), keyAt(position), infoAt(position)) -
-                                       all.m_table.at(to));
+        writeRecord(all.m_table.at(to), key, infoAt(position));
+        to += recordSize(key.size());
     }
     return to;
 }
@@ -111,9 +112,7 @@ Archive::FileInfo ArchiveEntries::infoAt(std::size_t position) const {
 
 Archive::FileInfo ArchiveEntries::access(std::size_t position) {
     m_accessed[position] = 1;
-    Archive::FileInfo info = recordInfo(m_table.at(m_records[position]));
-    info.accessed = 1;
-    return info;
+    return infoAt(position);
 }
 
 std::string_view ArchiveEntries::nameAt(std::size_t position) const {

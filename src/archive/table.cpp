@@ -87,13 +87,12 @@ ArchiveEntries readTable(BinaryFile& file, std::string const& archiveName, std::
     return {keyPrefix, std::move(table), std::move(records)};
 }
 
-unsigned char* writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info) {
+void writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info) {
     putLittleEndian32(record, static_cast<std::uint32_t>(name.size()));
     unsigned char* const numbers = std::copy(name.begin(), name.end(), record + 4);
     putLittleEndian32(numbers, info.size);
     putLittleEndian32(numbers + 4, info.offset);
     putLittleEndian32(numbers + 8, info.crc);
-    return numbers + 12;
 }
 
 void Archive::setFileName(std::string const& fileName) {

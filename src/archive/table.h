@@ -43,7 +43,7 @@ inline Archive::FileInfo recordInfo(unsigned char const* record) {
     return info;
 }
 
-/// Returns the end of the record.
-unsigned char* writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info);
+/// Writes recordSize(name.size()) bytes.
+void writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info);
 
 } // namespace Zel

@@ -16,6 +16,7 @@ namespace {
 
 bool s_enabled = false;
 void (*s_callback)(char const*) = nullptr;
+
 /// Where the log is.
 struct LogPlace {
     std::string root;
@@ -35,9 +36,8 @@ LogPlace findLog() {
         folder->resize(folder->size() - std::strlen(kFolder));
         return {*folder, platform::Tree::Private, std::string(kFolder) + "\\" + name};
     }
-    std::string const startup = platform::startupDirectory().value_or("");
-    return {startup, platform::Tree::Own,
-            name}; // without either, in the working directory rather than nowhere
+    // Without either, in the working directory rather than nowhere.
+    return {platform::startupDirectory().value_or(""), platform::Tree::Own, name};
 }
 
 LogPlace const& logPlace() {
