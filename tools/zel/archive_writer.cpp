@@ -22,10 +22,6 @@ void appendNumber(std::string& bytes, std::uint32_t value) {
         bytes += static_cast<char>(static_cast<unsigned char>(value >> shift));
 }
 
-/// The bytes of a head without records, and of one record in it whose name is that long.
-constexpr std::uint64_t kEmptyHead = 12;
-std::uint64_t recordSize(std::size_t nameLength) { return 16 + nameLength; }
-
 void scramble(std::string& bytes) { Zel::Archive::decrypt(bytes.data(), static_cast<int>(bytes.size())); }
 
 std::uint32_t checksum(std::string_view bytes, std::uint32_t before = 0) {
@@ -64,9 +60,11 @@ void ArchiveWriter::add(std::string name, std::string content) {
 }
 
 std::uint64_t ArchiveWriter::archiveSize() const {
-    return std::accumulate(m_entries.begin(), m_entries.end(), kEmptyHead,
-                           [](std::uint64_t sum, Entry const& entry) {
-                               return sum + recordSize(entry.name.size()) + entry.size;
+    std::uint64_t const empty = archiveHead({}).size();
+    std::uint64_t const recordWithoutName = archiveHead({{}}).size() - empty;
+    return std::accumulate(m_entries.begin(), m_entries.end(), empty,
+                           [recordWithoutName](std::uint64_t sum, Entry const& entry) {
+                               return sum + recordWithoutName + entry.name.size() + entry.size;
                            });
 }
 
