@@ -5,6 +5,7 @@
 #include "failure.h"
 #include "fold.h"
 #include "host_path.h"
+#include "printable_text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -38,7 +39,8 @@ void ScriptEnvironment::require(std::string const& name) {
         fs::path const found = folder / m_folders.found(folder, path.filename().string());
         std::error_code error; // what cannot be looked at cannot be opened either
         if (fs::exists(found, error) && !fs::is_regular_file(found, error))
-            throw Failure(kOperatingFailure, "cannot read " + name + ": it is no regular file");
+            throw Failure(kOperatingFailure,
+                          "cannot read " + printableName(name) + ": it is no regular file");
     }
     try {
         Zel::File const file(name, Zel::File::READ_TEXT);
