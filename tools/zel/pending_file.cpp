@@ -31,13 +31,13 @@ void requireSuccess(fs::path const& target, std::error_code error) {
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
-/// A name beside the target that nothing has yet.
+/// A name beside the target that nothing has yet: a short one, as the target's may be as long as the host
+/// allows.
 fs::path temporaryBeside(fs::path const& target) {
     auto number = std::chrono::steady_clock::now().time_since_epoch().count();
     fs::path candidate;
     do {
-        candidate = target;
-        candidate.replace_extension(".tmp" + std::to_string(number++));
+        candidate = target.parent_path() / (".zel-" + std::to_string(number++));
         candidate += target.extension();
     } while (fs::exists(candidate));
     return candidate;
