@@ -1,132 +1,16 @@
-// Colours and images.
+// Images.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <zel/api.h>
+#include <zel/color.h>
 #include <zel/exception.h>
 #include <zel/vector.h>
 
 namespace Zel {
-
-/// The value that lies `t` of the way from a to b, truncated toward zero.
-inline int blendChannel(int a, int b, float t) {
-    return static_cast<int>(static_cast<float>(b - a) * t + static_cast<float>(a));
-}
-
-/// `value` within [low, high], compared with `low` first.
-inline int clampToRange(int value, int low, int high) {
-    return value < low ? low : value > high ? high : value;
-}
-
-/// A pixel: four channels in memory order blue, green, red, alpha. Opaque black by default.
-struct Color {
-    std::uint8_t b = 0;
-    std::uint8_t g = 0;
-    std::uint8_t r = 0;
-    std::uint8_t a = 255; ///< 255 is opaque
-
-    constexpr Color() = default;
-    constexpr Color(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t alpha)
-        : b(blue), g(green), r(red), a(alpha) {}
-
-    /// Each channel's sum, alpha included, at most 255.
-    Color& operator+=(Color const& other) {
-        b = added(b, other.b);
-        g = added(g, other.g);
-        r = added(r, other.r);
-        a = added(a, other.a);
-        return *this;
-    }
-
-    /// Each channel's difference, alpha included, at least 0.
-    Color& operator-=(Color const& other) {
-        b = subtracted(b, other.b);
-        g = subtracted(g, other.g);
-        r = subtracted(r, other.r);
-        a = subtracted(a, other.a);
-        return *this;
-    }
-
-    /// Red, green and blue times `factor`, truncated. Meant: what does not fit wraps modulo 256 (twice 200 is
-    /// 144), and alpha stays.
-    Color& operator*=(float factor) {
-        b = multiplied(b, factor);
-        g = multiplied(g, factor);
-        r = multiplied(r, factor);
-        return *this;
-    }
-
-    friend constexpr bool operator==(Color const& x, Color const& y) {
-        return x.b == y.b && x.g == y.g && x.r == y.r && x.a == y.a;
-    }
-    friend constexpr bool operator!=(Color const& x, Color const& y) { return !(x == y); }
-
-private:
-    static std::uint8_t added(std::uint8_t x, std::uint8_t y) {
-        return static_cast<std::uint8_t>(clampToRange(x + y, 0, 255));
-    }
-    static std::uint8_t subtracted(std::uint8_t x, std::uint8_t y) {
-        return static_cast<std::uint8_t>(clampToRange(x - y, 0, 255));
-    }
-    static std::uint8_t multiplied(std::uint8_t channel, float factor) {
-        float const product = static_cast<float>(channel) * factor;
-        // Beyond 32 bits a float is a multiple of 256, which wraps to 0; what is no number counts as 0, too.
-        bool const fits = product > -2147483648.0F && product < 2147483648.0F;
-        return fits ? static_cast<std::uint8_t>(static_cast<std::int32_t>(product)) : std::uint8_t{0};
-    }
-};
-
-/// A colour for arithmetic. No range is enforced; channels are normally within 0..1.
-class ZEL_API FColor {
-public:
-    float r = 0.0F;
-    float g = 0.0F;
-    float b = 0.0F;
-    float a = 1.0F;
-
-    /// Opaque black.
-    FColor() = default;
-    FColor(float red, float green, float blue, float alpha);
-
-    void set(float red, float green, float blue, float alpha);
-    /// Leaves alpha as it is.
-    void set(float red, float green, float blue);
-
-    FColor& operator+=(FColor const& other);
-    FColor& operator-=(FColor const& other);
-    FColor& operator*=(FColor const& other);
-    FColor& operator*=(float factor);
-    /// Meant: division leaves alpha as it is, unlike every other operation, so that an accumulated colour can
-    /// be divided by its count.
-    FColor& operator/=(float divisor);
-
-    FColor operator+(FColor const& other) const;
-    FColor operator-(FColor const& other) const;
-    FColor operator*(FColor const& other) const;
-    FColor operator*(float factor) const;
-    /// Leaves alpha as it is, like /=.
-    FColor operator/(float divisor) const;
-
-    /// The weighted brightness 0.30 r + 0.59 g + 0.11 b.
-    float intensity() const;
-
-    /// out = a + (b - a) * t on all four channels. `out` is assigned first: it may be b, but not a.
-    static void interpolate(FColor& out, FColor const& a, float t, FColor const& b);
-
-    /// The blend of four corners on all four channels; fx leads from c00 to c10, fy from c00 to c01.
-    static void bilinear(FColor& out, FColor const& c00, FColor const& c10, FColor const& c01,
-                         FColor const& c11, float fx, float fy);
-
-    /// Hue in degrees from 0 to 360, saturation, and value in the unit of the input. Black and grey have hue
-    /// 0.
-    static void rgb2hsv(float r, float g, float b, float* h, float* s, float* v);
-
-    /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue. Meant: otherwise a hue of
-    /// -60 or less, or past 360, gives full magenta (1, 0, 1).
-    static void hsv2rgb(float h, float s, float v, float* r, float* g, float* b);
-};
 
 /// The family of all failures of images.
 class ZEL_API ImageException : public Exception {};

@@ -3,6 +3,7 @@
 
 #include <zel/api.h>
 #include <zel/archive.h>
+#include <zel/color.h>
 #include <zel/crc32.h>
 #include <zel/exception.h>
 #include <zel/file.h>

@@ -2,7 +2,7 @@
 // Gamut Transform Pairs", 1978).
 
 #include <algorithm>
-#include <zel/image.h>
+#include <zel/color.h>
 
 namespace Zel {
 
