@@ -12,6 +12,7 @@
 namespace Zel {
 
 class ArchiveEntries;
+class FileContent;
 
 /// The table of one archive file, and the registry of all archives alive.
 ///
@@ -89,9 +90,7 @@ public:
     static std::vector<Archive*> sm_vecArchives;
 
 private:
-    friend class File; // which opens the file for each of its entries
-
-    bool findFrom(std::size_t position, std::string const& part, std::string& key, FileInfo& info) const;
+    friend class FileContent; // which opens the archive's file for each of its entries
 
     std::string m_fileName;
     std::string m_fullPath;

@@ -10,13 +10,12 @@
 #include <utility>
 #include <vector>
 #include <zel/api.h>
-#include <zel/archive.h>
 #include <zel/exception.h>
 #include <zel/vector.h>
 
 namespace Zel {
 
-class ExtractionTarget;
+class Archive;
 class FColor;
 struct CharacterSet;
 
@@ -77,8 +76,8 @@ public:
     /// Meant: copies are shallow. Copy and source share one stream and its place in it, each with a position
     /// of its own, and each destructor closes the stream it holds, so all but one of them must be kept from
     /// doing so. An assignment does not close the stream that its target held before.
-    File(File const&) = default;
-    File& operator=(File const&) = default;
+    File(File const& other);
+    File& operator=(File const& other);
 
     /// Closes the stream.
     virtual ~File();
@@ -230,34 +229,10 @@ private:
     // refuse by itself: Windows' C runtime writes into what it has read ahead, and reads what it is to write.
     std::FILE* readStream() const { return m_mode == READ || m_mode == READ_TEXT ? m_handle : nullptr; }
     std::FILE* writeStream() const { return m_mode == WRITE || m_mode == WRITE_TEXT ? m_handle : nullptr; }
-    static Archive const* findEntry(std::string const& key, Archive::FileInfo& info);
-    bool openArchived(std::string const& path);
-    void openLoose(std::string const& path);
-    bool openArchive(Archive const& archive);
-    void enterEntry(Archive const& archive, Archive::FileInfo const& info);
-    void checkEntry(std::uint32_t expectedCrc);
+    void openForReading();
+    void loseStep() const;
 
     friend class TextFile; // which reads within what the stream has read ahead
-
-    /// Whether the stream surely stands at m_position: not after a seek that failed, and not once the File
-    /// was copied, for then either may move the stream that the other reads.
-    struct InStep {
-        mutable bool value = true;
-
-        InStep() = default;
-        // Meant: copying changes the source, too.
-        InStep(InStep const& source) : value(false) { source.value = false; } // NOLINT(cert-oop58-cpp)
-        InStep& operator=(InStep const& source) {                             // NOLINT(cert-oop54-cpp)
-            value = source.value = false;                                     // NOLINT(cert-oop58-cpp)
-            return *this;
-        }
-    };
-
-    enum class Extraction { None, Partly, Whole };
-    static Extraction extractEntries(std::string const& prefix, ExtractionTarget& target);
-    static bool extractBelow(std::string prefix, std::string& dir, ExtractionTarget target);
-    static bool extract(std::string& name, Archive::FileInfo info, Archive const* archive,
-                        ExtractionTarget& target);
 
     std::string m_filename;
     Mode m_mode;
@@ -266,7 +241,9 @@ private:
     Archive const* m_archive;
     std::FILE* m_handle;
     std::int32_t m_position; // within the stream: the offset plus the logical position
-    InStep m_inStep;
+    // Whether the stream surely stands at m_position: not after a seek that failed, and not once the File was
+    // copied, for then either may move the stream that the other reads.
+    mutable bool m_inStep;
 };
 
 /// A file of typed values, each in a fixed width: 1 byte for bool, char and unsigned char; 2 for short and

@@ -1,109 +1,146 @@
-// Reading the table of an archive file: checked as a whole, then record by record.
+// Reading a table: checked as a whole, then record by record, then brought into order.
 
 #include "archive/table.h"
 
 #include "archive/scramble.h"
 #include "core/crc32_register.h"
-#include "file/names.h"
+#include "core/little_endian.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
-#include <zel/file.h>
+#include <zel/exception.h>
 
 namespace Zel {
 namespace {
 
-constexpr int kVersion = 44;
+constexpr std::uint32_t kVersion = 44;
 
-/// The bytes that a table has in pieces, so that each piece stays in the processor's first cache.
+/// The bytes of a record beside its name: four numbers.
+constexpr std::size_t kRecordNumbers = 16;
+
+/// Tables are worked on in pieces of so many bytes, each of which stays in the processor's first cache.
 constexpr std::size_t kPieceSize = 16384;
 
+/// Of a record that is there as a whole.
+std::string_view nameOf(unsigned char const* record) {
+    return {reinterpret_cast<char const*>(record + 4), littleEndian32(record)};
+}
+
+Record decode(unsigned char const* record) {
+    std::string_view const name = nameOf(record);
+    unsigned char const* const numbers = record + 4 + name.size();
+    return {name, littleEndian32(numbers), littleEndian32(numbers + 4), littleEndian32(numbers + 8)};
+}
+
+std::uint32_t readNumber(ReadBytes const& read) {
+    unsigned char bytes[4];
+    read(bytes, sizeof bytes);
+    return littleEndian32(bytes);
+}
+
 /// Returns the checksum of the unscrambled bytes.
-std::uint32_t unscrambleAll(TableText& table) {
+std::uint32_t unscrambleAll(TableText& text) {
     Crc32Register crc;
-    for (std::size_t at = 0; at < table.size(); at += kPieceSize) {
-        std::size_t const count = std::min(kPieceSize, table.size() - at);
-        unscramble(table.at(at), count);
-        crc.update(table.at(at), count);
+    for (std::size_t at = 0; at < text.size(); at += kPieceSize) {
+        std::size_t const count = std::min(kPieceSize, text.size() - at);
+        unscramble(text.at(at), count);
+        crc.update(text.at(at), count);
     }
     return crc.value();
 }
 
-/// The unscrambled table, checked against its CRC.
-TableText readChecked(BinaryFile& file, std::string const& archiveName) {
-    int version = 0;
-    file >> version;
+/// The unscrambled records, checked against their checksum.
+TableText readChecked(std::uint64_t fileSize, ReadBytes const& read, std::string const& archiveName) {
+    std::uint32_t const version = readNumber(read);
     if (version != kVersion)
-        throw Exception_ArchiveVersionInvalid(archiveName.c_str(), version, kVersion);
-
-    unsigned int length = 0;
-    file >> length;
+        throw Exception_ArchiveVersionInvalid(archiveName.c_str(), static_cast<std::int32_t>(version),
+                                              kVersion);
+    std::uint32_t const length = readNumber(read);
     if (length == 0)
         throw Exception_ArchiveCorrupt(archiveName.c_str());
-    // A length that the file cannot fill takes no memory: reading on would end in the same error.
-    if (length > static_cast<unsigned int>(file.getSize() - file.getPosition()))
+    if (length > fileSize - 8)
         throw FileException_ReadError(archiveName.c_str());
 
-    TableText table(length);
-    file.read(table.at(0), static_cast<int>(length));
-    unsigned int storedCrc = 0;
-    file >> storedCrc;
-    Archive::decrypt(&storedCrc, sizeof storedCrc);
-    if (unscrambleAll(table) != storedCrc)
+    TableText text(length);
+    read(text.at(0), length);
+    unsigned char storedCrc[4];
+    read(storedCrc, sizeof storedCrc);
+    unscramble(storedCrc, sizeof storedCrc);
+    if (unscrambleAll(text) != littleEndian32(storedCrc))
         throw Exception_ArchiveCorrupt(archiveName.c_str());
-    return table;
+    return text;
 }
 
 /// Where each record starts. Throws when they do not fill the table, or an entry is empty.
-std::vector<std::uint32_t> findRecords(TableText const& table, std::string const& archiveName) {
+std::vector<std::uint32_t> findRecords(TableText const& text, std::string const& archiveName) {
     std::vector<std::uint32_t> records;
-    for (std::size_t at = 0; at < table.size();) {
-        unsigned char const* const record = table.at(at);
-        std::size_t const left = table.size() - at;
-        if (left < recordSize(0) || littleEndian32(record) > left - recordSize(0))
-            throw Exception_ArchiveCorrupt(archiveName.c_str());
-        if (recordInfo(record).size == 0)
+    for (std::size_t at = 0; at < text.size();) {
+        unsigned char const* const record = text.at(at);
+        std::size_t const left = text.size() - at;
+        if (left < kRecordNumbers || littleEndian32(record) > left - kRecordNumbers ||
+            decode(record).size == 0)
             throw Exception_ArchiveCorrupt(archiveName.c_str());
         records.push_back(static_cast<std::uint32_t>(at));
-        at += recordSize(littleEndian32(record));
+        at += kRecordNumbers + littleEndian32(record);
     }
     return records;
 }
 
-/// The path that leads from a directory to a name.
-std::string joined(std::string const& directory, std::string const& name) {
-    Path path;
-    path.append(directory);
-    path.append(name);
-    return std::move(path).str();
+/// Brings records into the order of their names. Of those with one name, the first stays.
+void sortRecords(std::vector<std::uint32_t>& records, TableText const& text) {
+    auto const isLess = [&text](std::uint32_t a, std::uint32_t b) {
+        return nameOf(text.at(a)) < nameOf(text.at(b));
+    };
+    auto const isNotLess = [&isLess](std::uint32_t a, std::uint32_t b) {
+        return !isLess(a, b);
+    };
+    if (std::adjacent_find(records.begin(), records.end(), isNotLess) == records.end())
+        return; // as most tables are
+    std::stable_sort(records.begin(), records.end(), isLess);
+    records.erase(std::unique(records.begin(), records.end(), isNotLess), records.end());
 }
 
 } // namespace
 
-ArchiveEntries readTable(BinaryFile& file, std::string const& archiveName, std::string const& keyPrefix) {
-    TableText table = readChecked(file, archiveName);
-    std::vector<std::uint32_t> records = findRecords(table, archiveName);
-    return {keyPrefix, std::move(table), std::move(records)};
+TableText::TableText(std::size_t size)
+    : m_bytes(std::make_unique_for_overwrite<unsigned char[]>(size)), m_size(size) {}
+
+TableText::TableText(TableText const& other) : TableText(other.m_size) {
+    std::copy_n(other.m_bytes.get(), m_size, m_bytes.get());
 }
 
-void writeRecord(unsigned char* record, std::string_view name, Archive::FileInfo const& info) {
-    putLittleEndian32(record, static_cast<std::uint32_t>(name.size()));
-    unsigned char* const numbers = std::copy(name.begin(), name.end(), record + 4);
-    putLittleEndian32(numbers, info.size);
-    putLittleEndian32(numbers + 4, info.offset);
-    putLittleEndian32(numbers + 8, info.crc);
+TableText& TableText::operator=(TableText other) noexcept {
+    std::swap(m_bytes, other.m_bytes);
+    std::swap(m_size, other.m_size);
+    return *this;
 }
 
-void Archive::setFileName(std::string const& fileName) {
-    m_fileName = fileName;
-    BinaryFile file(fileName, File::READ, BinaryFile::BYTEORDER_NATIVE);
-    std::string const directory = File::getCurrentDir();
-    m_fullPath = joined(directory, fileName);
-    m_openPath = joined(directory, toLowerCase(fileName));
+EntryTable::EntryTable(std::uint64_t fileSize, ReadBytes const& read, std::string const& archiveName)
+    : m_text(readChecked(fileSize, read, archiveName)), m_records(findRecords(m_text, archiveName)) {
+    sortRecords(m_records, m_text);
+    index();
+}
 
-    // The table is taken whole or not at all. Merging leaves the entries that are already here.
-    m_entries->merge(readTable(file, fileName, toLowerCase(File::getDataDir())));
+void EntryTable::index() {
+    m_accessed.assign(size(), 0);
+    m_index = NameIndex(size(), [this](std::size_t position) { return nameAt(position); });
+}
+
+Record EntryTable::recordAt(std::size_t position) const { return decode(m_text.at(m_records[position])); }
+
+std::string_view EntryTable::nameAt(std::size_t position) const {
+    return nameOf(m_text.at(m_records[position]));
+}
+
+std::optional<std::size_t> EntryTable::find(std::string_view name) const {
+    return m_index.find(name, [this](std::size_t position) { return nameAt(position); });
+}
+
+void EntryTable::remove(std::function<bool(std::string_view name)> const& isChosen) {
+    std::size_t const removed =
+        std::erase_if(m_records, [&](std::uint32_t record) { return isChosen(nameOf(m_text.at(record))); });
+    if (removed > 0)
+        index();
 }
 
 } // namespace Zel

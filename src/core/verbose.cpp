@@ -48,7 +48,7 @@ LogPlace const& logPlace() {
 
 void writeToFile(char const* format, std::va_list arguments) {
     LogPlace const& log = logPlace();
-    platform::Stream const stream(log.tree().openFile(log.file, "a"));
+    platform::Stream const stream(log.tree().openFile(log.file, platform::Open::Append));
     if (stream)
         std::vfprintf(stream.get(), (std::string(format) + "\n").c_str(), arguments);
 }

@@ -1,9 +1,9 @@
 // The directories that all files share, and which names exist.
 
 #include "file/names.h"
+#include "file/registry.h"
 #include "platform/platform.h"
 
-#include <zel/archive.h>
 #include <zel/file.h>
 
 namespace Zel {
@@ -47,12 +47,8 @@ bool File::exists(std::string const& name) {
     std::string const path = resolveName(name);
     if (hasZeroByte(name))
         return false;
-    // The slots that opening a File searches, too.
-    int const count = Archive::getArchiveCount();
-    for (int slot = 0; slot < count; ++slot) {
-        if (Archive::getArchive(slot)->hasFile(path))
-            return true;
-    }
+    if (findNewestArchive([&path](Archive const& archive) { return archive.hasFile(path); }) != nullptr)
+        return true;
     return getArchiveOnly() == 0 && platform::pathExists(path);
 }
 

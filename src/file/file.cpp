@@ -1,23 +1,19 @@
-// One open file: finding it in the archives or on disk, reading, writing and positioning.
+// One open file: opening, reading, writing and positioning.
 
 #include "archive/scramble.h"
-#include "core/crc32_register.h"
+#include "file/content.h"
 #include "file/names.h"
 #include "platform/platform.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
-#include <zel/archive.h>
 #include <zel/file.h>
 
 namespace Zel {
 namespace {
 
 constexpr std::int32_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
-
-constexpr std::size_t kPieceSize = 16384;
 
 /// The sum as 32 bits hold it. A position that wraps round names no place in any file: seeking there fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
@@ -55,25 +51,48 @@ File::File() { initializeMembers(); } // NOLINT(cppcoreguidelines-pro-type-membe
 File::File(std::string const& name, Mode mode) : File() {
     m_filename = name;
     m_mode = mode;
-    std::string const path = resolveName(name);
-    if (hasZeroByte(name))
-        throw FileException_OpenFailed(name.c_str());
-
     switch (mode) {
     case READ:
     case READ_TEXT:
-        if (!openArchived(path))
-            openLoose(path);
+        openForReading();
         break;
     case WRITE:
-        m_handle = platform::openStream(path, "wb");
+        m_handle = platform::openStream(pathToOpen(name), platform::Open::Write).release();
         break;
     case WRITE_TEXT:
-        m_handle = platform::openStream(path, "w");
+        m_handle = platform::openStream(pathToOpen(name), platform::Open::WriteText).release();
         break;
+    default:
+        pathToOpen(name); // a name that leads nowhere is told first
     }
     if (m_handle == nullptr)
         throw FileException_OpenFailed(name.c_str());
+}
+
+// Meant: shallow. From now on either may move the stream that the other reads.
+File::File(File const& other)
+    : m_filename(other.m_filename),
+      m_mode(other.m_mode),
+      m_size(other.m_size),
+      m_offset(other.m_offset),
+      m_archive(other.m_archive),
+      m_handle(other.m_handle),
+      m_position(other.m_position),
+      m_inStep(false) {
+    other.loseStep();
+}
+
+File& File::operator=(File const& other) {
+    m_filename = other.m_filename;
+    m_mode = other.m_mode;
+    m_size = other.m_size;
+    m_offset = other.m_offset;
+    m_archive = other.m_archive;
+    m_handle = other.m_handle;
+    m_position = other.m_position;
+    loseStep();
+    other.loseStep();
+    return *this;
 }
 
 File::~File() {
@@ -90,69 +109,21 @@ void File::initializeMembers() {
     m_archive = nullptr;
     m_handle = nullptr;
     m_position = 0;
+    m_inStep = true;
 }
 
-/// The newest archive with an entry of this key; null when none has one.
-Archive const* File::findEntry(std::string const& key, Archive::FileInfo& info) {
-    for (int slot = Archive::getArchiveCount() - 1; slot >= 0; --slot) {
-        if (Archive::getArchive(slot)->findFile(key, info))
-            return Archive::getArchive(slot);
-    }
-    return nullptr;
+/// Takes over the stream of what the name leads to, once that was checked.
+void File::openForReading() {
+    FileContent content(m_filename);
+    content.check();
+    m_size = content.size();
+    m_offset = content.offset();
+    m_archive = content.archive();
+    m_handle = content.release();
+    m_position = m_offset;
 }
 
-/// Opens the entry of the newest archive that has one. False when none has, or when that archive itself
-/// cannot be opened: then the disk is asked, as if there were no entry.
-bool File::openArchived(std::string const& path) {
-    Archive::FileInfo info;
-    Archive const* const archive = findEntry(path, info);
-    if (archive == nullptr || !openArchive(*archive))
-        return false;
-    enterEntry(*archive, info);
-    return true;
-}
-
-bool File::openArchive(Archive const& archive) {
-    m_handle = platform::openStream(archive.m_openPath, "rb");
-    return m_handle != nullptr;
-}
-
-/// Makes the open stream of an archive the file of one entry, whose checksum is right.
-void File::enterEntry(Archive const& archive, Archive::FileInfo const& info) {
-    if (info.offset > kLargestPosition)
-        throw FileException_SeekError(m_filename.c_str());
-    if (info.size > kLargestPosition - info.offset)
-        throw FileException_ReadError(m_filename.c_str());
-    m_archive = &archive;
-    m_offset = static_cast<std::int32_t>(info.offset);
-    m_size = static_cast<std::int32_t>(info.size);
-    checkEntry(info.crc);
-}
-
-void File::openLoose(std::string const& path) {
-    m_handle = platform::openStream(path, "rb");
-    if (m_handle == nullptr)
-        return;
-    std::int64_t const length = platform::streamLength(m_handle);
-    if (length < 0 || length > kLargestPosition)
-        throw FileException_OpenFailed(m_filename.c_str());
-    m_size = static_cast<std::int32_t>(length);
-}
-
-/// Reads the whole entry once, in pieces that stay in the processor's first cache.
-void File::checkEntry(std::uint32_t expectedCrc) {
-    std::array<unsigned char, kPieceSize> piece;
-    Crc32Register crc;
-    setPosition(0);
-    while (!endReached()) {
-        int const count = std::min<int>(piece.size(), getSize() - getPosition());
-        read(piece.data(), count);
-        crc.update(piece.data(), static_cast<std::size_t>(count));
-    }
-    if (crc.value() != expectedCrc)
-        throw FileException_FileCorrupted(m_filename.c_str());
-    setPosition(0);
-}
+void File::loseStep() const { m_inStep = false; }
 
 std::string const& File::getFilename() const { return m_filename; }
 
@@ -167,7 +138,7 @@ int File::getPosition() const { return wrappingSum(m_position, -std::int64_t{m_o
 void File::setPosition(int position) {
     m_position = wrappingSum(position, m_offset);
     if (m_handle == nullptr || std::fseek(m_handle, m_position, SEEK_SET) != 0) {
-        m_inStep.value = false;
+        loseStep();
         throw FileException_SeekError(m_filename.c_str());
     }
 }

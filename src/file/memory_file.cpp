@@ -1,5 +1,7 @@
 // A whole file in one block of memory.
 
+#include "file/content.h"
+
 #include <memory>
 #include <zel/file.h>
 
@@ -7,13 +9,16 @@ namespace Zel {
 
 MemoryFile::MemoryFile(std::string const& name) { // NOLINT(cppcoreguidelines-pro-type-member-init)
     initializeMembers();
-    File file(name, File::READ);
-    if (file.getSize() == 0)
+    FileContent content(name);
+    if (content.size() == 0)
         return;
-    std::unique_ptr<unsigned char[]> block(new unsigned char[static_cast<std::size_t>(file.getSize())]);
-    file.read(block.get(), file.getSize());
+    std::unique_ptr<unsigned char[]> block;
+    content.readWhole([&block](std::size_t size) {
+        block = std::make_unique_for_overwrite<unsigned char[]>(size);
+        return block.get();
+    });
     m_data = block.release();
-    m_size = file.getSize();
+    m_size = content.size();
 }
 
 MemoryFile::~MemoryFile() {

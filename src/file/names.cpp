@@ -59,6 +59,13 @@ std::string resolveName(std::string const& name) {
     return toLowerCase(std::move(path).str());
 }
 
+std::string pathToOpen(std::string const& name) {
+    std::string path = resolveName(name);
+    if (hasZeroByte(name))
+        throw FileException_OpenFailed(name.c_str());
+    return path;
+}
+
 std::string File::stripPath(std::string const& name) { return afterLast(afterLast(name, '/'), '\\'); }
 
 std::string File::stripExtension(std::string const& name) { return name.substr(0, name.rfind('.')); }

@@ -24,4 +24,7 @@ bool hasZeroByte(std::string const& text);
 /// FileException_DirectoryNotFound when the name leads nowhere.
 std::string resolveName(std::string const& name);
 
+/// The same for a file to be opened. Throws FileException_OpenFailed as well, for a name with a zero byte.
+std::string pathToOpen(std::string const& name);
+
 } // namespace Zel

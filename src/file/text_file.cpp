@@ -9,8 +9,8 @@
 #include <limits>
 #include <string_view>
 #include <utility>
+#include <zel/color.h>
 #include <zel/file.h>
-#include <zel/image.h>
 
 namespace Zel {
 
@@ -108,7 +108,7 @@ inline int TextFile::readPast(CharacterSet const& ends, std::string* text) {
 /// Whether the next character is surely none that skipWhiteSpaces reads, which it mostly is.
 inline bool TextFile::nothingToSkip() const {
     std::FILE* const stream = readStream();
-    if (stream == nullptr || !m_inStep.value || endReached())
+    if (stream == nullptr || !m_inStep || endReached())
         return false;
     std::string_view const held = platform::heldBytes(stream);
     if (held.empty())
@@ -125,7 +125,7 @@ void TextFile::skipWhiteSpaces() {
     if (next == 0 && !endReached())
         pass(1);
     // Meant: what is put back is put back where this File stands, which need not be where the stream does.
-    if (next != 0 && !m_inStep.value)
+    if (next != 0 && !m_inStep)
         setPosition(getPosition());
 }
 

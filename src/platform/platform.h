@@ -21,9 +21,16 @@ struct StreamCloser {
 /// A C stream that one scope owns.
 using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
-/// Opens a file with a mode of the C library ("rb", "wb" or "w"). Null on failure, which opening a
-/// directory is. The caller closes it.
-std::FILE* openStream(std::string const& path, char const* mode);
+/// What a file is opened for.
+enum class Open {
+    Read,      ///< from its start
+    Write,     ///< from its start; it is made, or emptied
+    WriteText, ///< the same, with the host's line ends
+    Append     ///< at its end; it is made if need be. Trees alone open files for it
+};
+
+/// Opens a file. Null on failure, which opening a directory is.
+Stream openStream(std::string const& path, Open open);
 
 /// What the stream holds of its file beyond the place where it stands, without asking the host. It stays
 /// until the stream is used.
@@ -52,8 +59,6 @@ enum class Making { Made, Existed, Failed };
 /// at each part before it acts.)
 ///
 /// Paths lead down from it: names with separators between them, where empty names and "." stay in place.
-/// Where the host tells case, they are found as all paths are: by the exact name, or else the first that
-/// differs in case alone. For that a directory is looked into once, so what others add may be missed.
 class Tree {
 public:
     enum Kind {
@@ -70,10 +75,9 @@ public:
     /// Makes one directory inside an existing one. "Existed" tells that there is one to be entered.
     Making makeDirectory(std::string const& path);
 
-    /// Opens a file for writing, with a mode of the C library: "wb" or "a". In a private tree, "wb" removes
-    /// what has that very name (of a link, the link itself) and makes a new file, and "a" opens plain files
-    /// alone. Null on failure. The caller closes it.
-    std::FILE* openFile(std::string const& path, char const* mode);
+    /// Opens a file for Write or Append. In a private tree, Write removes what has that very name (of a link,
+    /// the link itself) and makes a new file, and Append opens plain files alone. Null on failure.
+    Stream openFile(std::string const& path, Open open);
 
     /// Removes a file; of a link, the link itself. A failure is ignored.
     void removeFile(std::string const& path);

@@ -3,6 +3,7 @@
 
 #include "platform/platform.h"
 #include "platform/posix/paths.h"
+#include "platform/stream_mode.h"
 
 #include <climits>
 #include <fcntl.h>
@@ -48,11 +49,11 @@ bool isDirectory(int descriptor) {
 }
 
 /// The stream of an open file; when there can be none, that is closed, and goes away if it was made.
-std::FILE* streamOf(Opened const& opened, char const* mode) {
+Stream streamOf(Opened const& opened, Open purpose) {
     if (opened.descriptor == -1)
         return nullptr;
-    std::FILE* const stream = isDirectory(opened.descriptor) ? nullptr : fdopen(opened.descriptor, mode);
-    if (stream == nullptr) {
+    Stream stream(isDirectory(opened.descriptor) ? nullptr : fdopen(opened.descriptor, modeOf(purpose)));
+    if (!stream) {
         close(opened.descriptor);
         if (!opened.made.empty())
             unlink(opened.made.c_str());
@@ -62,10 +63,9 @@ std::FILE* streamOf(Opened const& opened, char const* mode) {
 
 } // namespace
 
-std::FILE* openStream(std::string const& path, char const* mode) {
-    if (mode[0] == 'r')
-        return streamOf({openForReading(path), {}}, mode);
-    return streamOf(openForWriting(path), mode);
+Stream openStream(std::string const& path, Open purpose) {
+    bool const reads = purpose == Open::Read;
+    return streamOf(reads ? Opened{openForReading(path), {}} : openForWriting(path), purpose);
 }
 
 std::int64_t streamLength(std::FILE* stream) {

@@ -161,7 +161,7 @@ private:
 } // namespace
 
 JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
-    Stream const stream(openStream(path, "rb"));
+    Stream const stream = openStream(path, Open::Read);
     if (stream == nullptr)
         return JpegResult::Failed;
     Decoder decoder(stream.get());

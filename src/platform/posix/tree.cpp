@@ -1,11 +1,15 @@
 // Trees on POSIX hosts: of all the directories on the way down only the one at hand is open, from which the
 // next is reached by its name, or by ".." where that leads to where the way down had come from.
+//
+// Names are found as in all paths: the exact one, or else the first that differs in case alone. For that a
+// directory is looked into once, so what others add to it meanwhile may be missed.
 
 #include "platform/platform.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/entry_names.h"
 #include "platform/posix/paths.h"
 #include "platform/posix/removal.h"
+#include "platform/stream_mode.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -245,14 +249,14 @@ Making Tree::makeDirectory(std::string const& path) {
     return name ? m_walk->makeDirectory(*name) : Making::Failed;
 }
 
-std::FILE* Tree::openFile(std::string const& path, char const* mode) {
+Stream Tree::openFile(std::string const& path, Open open) {
     auto const name = m_walk->goTo(path);
     if (!name)
         return nullptr;
     bool isNew = false;
-    Descriptor file = m_walk->openFile(*name, mode[0] == 'a', isNew);
-    std::FILE* const stream = m_walk->takes(file) ? fdopen(file.get(), mode) : nullptr;
-    if (stream != nullptr)
+    Descriptor file = m_walk->openFile(*name, open == Open::Append, isNew);
+    Stream stream(m_walk->takes(file) ? fdopen(file.get(), modeOf(open)) : nullptr);
+    if (stream)
         file.release(); // closed with the stream
     else if (file.isOpen() && isNew)
         m_walk->remove(*name, 0);

@@ -1,6 +1,7 @@
 // Streams and files on Windows: the C runtime's calls on the path as it stands.
 
 #include "platform/platform.h"
+#include "platform/stream_mode.h"
 #include "platform/windows/paths.h"
 
 #include <windows.h>
@@ -11,8 +12,8 @@
 
 namespace Zel::platform {
 
-std::FILE* openStream(std::string const& path, char const* mode) {
-    return isCut(path) ? nullptr : std::fopen(path.c_str(), mode);
+Stream openStream(std::string const& path, Open open) {
+    return Stream(isCut(path) ? nullptr : std::fopen(path.c_str(), modeOf(open)));
 }
 
 std::int64_t streamLength(std::FILE* stream) { return _filelengthi64(_fileno(stream)); }

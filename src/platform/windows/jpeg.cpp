@@ -30,7 +30,7 @@ std::wstring wide(std::string const& text) {
 }
 
 std::int64_t fileLength(std::string const& path) {
-    Stream const stream(openStream(path, "rb"));
+    Stream const stream = openStream(path, Open::Read);
     return stream != nullptr ? streamLength(stream.get()) : -1;
 }
 

@@ -1,6 +1,7 @@
 // Trees on Windows: paths from the root, each part of which is looked at before anything is done.
 
 #include "platform/platform.h"
+#include "platform/stream_mode.h"
 #include "platform/windows/paths.h"
 
 #include <windows.h>
@@ -28,14 +29,14 @@ bool isLink(std::string const& path) {
 }
 
 /// Makes a new file; what has the name goes first.
-std::FILE* replaceFile(std::string const& path) {
+Stream replaceFile(std::string const& path) {
     _unlink(path.c_str()); // mostly there is nothing
     int const flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
     int const descriptor = _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
     if (descriptor == -1)
         return nullptr;
-    std::FILE* const stream = _fdopen(descriptor, "wb");
-    if (stream == nullptr) {
+    Stream stream(_fdopen(descriptor, modeOf(Open::Write)));
+    if (!stream) {
         _close(descriptor);
         _unlink(path.c_str());
     }
@@ -130,15 +131,15 @@ Making Tree::makeDirectory(std::string const& path) {
     return exists && !(m_walk->isPrivate() && isLink(host)) ? Making::Existed : Making::Failed;
 }
 
-std::FILE* Tree::openFile(std::string const& path, char const* mode) {
+Stream Tree::openFile(std::string const& path, Open open) {
     std::string const host = m_walk->pathTo(path);
     if (host.empty())
         return nullptr;
-    if (!m_walk->isPrivate())
-        return std::fopen(host.c_str(), mode);
-    if (mode[0] == 'w')
+    if (m_walk->isPrivate() && open == Open::Write)
         return replaceFile(host);
-    return isLink(host) ? nullptr : std::fopen(host.c_str(), mode);
+    if (m_walk->isPrivate() && isLink(host))
+        return nullptr;
+    return Stream(std::fopen(host.c_str(), modeOf(open)));
 }
 
 void Tree::removeFile(std::string const& path) {

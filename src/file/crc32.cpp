@@ -3,9 +3,7 @@
 #include <zel/crc32.h>
 
 #include "core/crc32_register.h"
-
-#include <vector>
-#include <zel/file.h>
+#include "file/content.h"
 
 namespace Zel {
 
@@ -18,10 +16,10 @@ unsigned long crc32(void const* data, std::size_t length, unsigned long previous
 }
 
 unsigned long crc32(std::string const& fileName) {
-    File file(fileName, File::READ);
-    std::vector<unsigned char> content(static_cast<std::size_t>(file.getSize()));
-    file.read(content.data(), file.getSize());
-    return crc32(content.data(), content.size());
+    FileContent content(fileName);
+    Crc32Register crc;
+    content.readInPieces([&crc](unsigned char const* bytes, std::size_t count) { crc.update(bytes, count); });
+    return crc.value();
 }
 
 } // namespace Zel

@@ -1,20 +1,16 @@
 // Making the directories and files of an extraction, and recording them.
 
-#include "archive/extraction_target.h"
+#include "extraction/target.h"
 
-#include "core/crc32_register.h"
-#include "file/temporary.h"
+#include "extraction/temporary.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 #include <zel/file.h>
 
 namespace Zel {
 namespace {
-
-constexpr std::size_t kPieceSize = 16384;
 
 /// An entry in the record of what `cleanup` removes. It is made before the file or directory is, so that
 /// nothing stays behind when memory runs out, and taken back unless that was made.
@@ -41,7 +37,7 @@ private:
 class TargetFile {
 public:
     TargetFile(platform::Tree& tree, std::string path)
-        : m_tree(tree), m_path(std::move(path)), m_stream(m_tree.openFile(m_path, "wb")) {}
+        : m_tree(tree), m_path(std::move(path)), m_stream(m_tree.openFile(m_path, platform::Open::Write)) {}
     TargetFile(TargetFile const&) = delete;
     TargetFile& operator=(TargetFile const&) = delete;
     ~TargetFile() {
@@ -103,26 +99,18 @@ bool ExtractionTarget::makeDirectories(std::string const& relative) {
     return true;
 }
 
-bool ExtractionTarget::copy(File& entry, std::uint32_t expectedCrc, std::string const& relative) {
+bool ExtractionTarget::copy(FileContent& entry, std::string const& key, std::string const& relative) {
     std::string path = m_directory + relative;
     Record record(path, isTemporary());
     TargetFile target(m_tree, path.substr(m_rootLength));
     if (!target.isOpen())
         return false;
-    Crc32Register crc; // of what is written: the archive may have changed since it was checked
-    std::array<unsigned char, kPieceSize> piece;
-    while (!entry.endReached()) {
-        int const left = entry.getSize() - entry.getPosition();
-        std::size_t const count = std::min(piece.size(), static_cast<std::size_t>(left));
-        entry.read(piece.data(), static_cast<int>(count));
-        crc.update(piece.data(), count);
-        if (!target.write(piece.data(), count))
-            throw FileException_WriteError(entry.getFilename().c_str());
-    }
-    if (crc.value() != expectedCrc)
-        throw FileException_FileCorrupted(entry.getFilename().c_str());
+    entry.readInPieces([&](unsigned char const* bytes, std::size_t count) {
+        if (!target.write(bytes, count))
+            throw FileException_WriteError(key.c_str());
+    });
     if (!target.finish())
-        throw FileException_WriteError(entry.getFilename().c_str());
+        throw FileException_WriteError(key.c_str());
     record.keep();
     return true;
 }

@@ -1,9 +1,8 @@
-// Temporary directories and names, and removing what extraction has put there.
+// Temporary directories, and removing what extraction has put there.
 
-#include "file/temporary.h"
+#include "extraction/temporary.h"
 
 #include "file/names.h"
-#include "file/number_pattern.h"
 #include "platform/platform.h"
 
 #include <cstdio>
@@ -27,14 +26,6 @@ std::string temporarySubFolder(unsigned attempt) {
         std::snprintf(folder, sizeof folder, "%s\\tmp_%u\\", kTemporaryRoot, attempt);
     }
     return folder;
-}
-
-/// The name for a number, by a printf pattern.
-std::string temporaryName(std::string const& pattern, unsigned number) {
-    auto name = formatNumber(pattern.c_str(), number); // up to a zero byte
-    if (!name)
-        throw FileException_GetTempNameFailed(pattern.c_str());
-    return *std::move(name);
 }
 
 /// The directory that a path starts from, with a final separator; empty for the working directory.
@@ -67,17 +58,6 @@ std::string File::getTmpDir() {
         sm_extractedFiles.pop_back();
     }
     return {};
-}
-
-std::string File::getTempName(std::string const& pattern) {
-    std::string const first = temporaryName(pattern, 0);
-    std::string candidate = first;
-    for (unsigned number = 1; platform::pathExists(candidate); ++number) {
-        candidate = temporaryName(pattern, number);
-        if (candidate == first)
-            throw FileException_GetTempNameFailed(pattern.c_str());
-    }
-    return candidate;
 }
 
 void File::cleanup() {

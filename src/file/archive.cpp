@@ -1,10 +1,12 @@
-// An archive's life in the registry, and its lookups.
+// An archive's life in the registry, its loading, and its lookups.
 
 #include "archive/entries.h"
+#include "archive/scramble.h"
 #include "core/usage_error.h"
 #include "file/names.h"
 
 #include <algorithm>
+#include <utility>
 #include <zel/archive.h>
 #include <zel/file.h>
 
@@ -15,6 +17,35 @@ namespace {
 void rememberCurrentDir() {
     if (Archive::sm_vecArchives.empty())
         File::getCurrentDir();
+}
+
+/// The path that leads from a directory to a name.
+std::string joined(std::string const& directory, std::string const& name) {
+    Path path;
+    path.append(directory);
+    path.append(name);
+    return std::move(path).str();
+}
+
+/// What a lookup tells of an entry, which counts as accessed from then on.
+Archive::FileInfo access(ArchiveEntries& entries, ArchiveEntries::Place place) {
+    entries.markAccessed(place);
+    Record const record = entries.recordAt(place);
+    return {record.size, record.offset, record.crc, 1};
+}
+
+/// Finds the next entry on a walk whose key contains `part`.
+bool findSubstring(ArchiveEntries& entries, ArchiveEntries::Walk walk, std::string const& part,
+                   std::string& key, Archive::FileInfo& info) {
+    std::string candidate;
+    while (auto const place = walk.next(candidate)) {
+        if (candidate.find(part) == std::string::npos)
+            continue;
+        key = std::move(candidate);
+        info = access(entries, *place);
+        return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -70,40 +101,46 @@ Archive const* Archive::getArchive(int index) {
 
 std::string const& Archive::getFullPath() const { return m_fullPath; }
 
+void Archive::setFileName(std::string const& fileName) {
+    m_fileName = fileName;
+    BinaryFile file(fileName, File::READ, BinaryFile::BYTEORDER_NATIVE);
+    std::string const directory = File::getCurrentDir();
+    m_fullPath = joined(directory, fileName);
+    m_openPath = joined(directory, toLowerCase(fileName));
+
+    auto const read = [&file](void* bytes, std::size_t count) {
+        file.read(bytes, static_cast<int>(count));
+    };
+    EntryTable table(static_cast<std::uint64_t>(file.getSize()), read, fileName);
+    m_entries->add(toLowerCase(File::getDataDir()), std::move(table));
+}
+
+void Archive::decrypt(void* data, int length) {
+    if (length > 0)
+        unscramble(data, static_cast<std::size_t>(length));
+}
+
 bool Archive::hasFile(std::string const& key) const { return m_entries->find(key).has_value(); }
 
 bool Archive::findFile(std::string const& key, FileInfo& info) const {
-    auto const position = m_entries->find(key);
-    if (!position)
+    auto const place = m_entries->find(key);
+    if (!place)
         return false;
-    info = m_entries->access(*position);
+    info = access(*m_entries, *place);
     return true;
 }
 
 bool Archive::findFirstSubstring(std::string part, std::string& key, FileInfo& info) const {
-    return findFrom(0, part, key, info);
+    return findSubstring(*m_entries, ArchiveEntries::Walk(*m_entries), part, key, info);
 }
 
 bool Archive::findNextSubstring(std::string part, std::string previous, std::string& key,
                                 FileInfo& info) const {
-    auto const position = m_entries->find(previous);
-    if (!position)
+    auto const place = m_entries->find(previous);
+    if (!place)
         usageError("Archive::findNextSubstring: \"%s\" is not a key of \"%s\"", previous.c_str(),
                    m_fullPath.c_str());
-    return findFrom(*position + 1, part, key, info);
-}
-
-bool Archive::findFrom(std::size_t position, std::string const& part, std::string& key,
-                       FileInfo& info) const {
-    for (; position < m_entries->size(); ++position) {
-        std::string candidate = m_entries->keyAt(position);
-        if (candidate.find(part) == std::string::npos)
-            continue;
-        key = std::move(candidate);
-        info = m_entries->access(position);
-        return true;
-    }
-    return false;
+    return findSubstring(*m_entries, ArchiveEntries::Walk(*m_entries, *place), part, key, info);
 }
 
 } // namespace Zel

@@ -12,12 +12,13 @@ void Archive::dumpUnaccessedFiles() const {
     constexpr float kMegabytes = 9.5367431640625e-07F;
     verbose("\nUnaccessed files for archive \"%s\":\n\n", m_fullPath.c_str());
     std::uint32_t total = 0;
-    for (std::size_t position = 0; position < m_entries->size(); ++position) {
-        FileInfo const info = m_entries->infoAt(position);
-        if (info.accessed != 0)
+    std::string key;
+    ArchiveEntries::Walk walk(*m_entries);
+    while (auto const place = walk.next(key)) {
+        if (m_entries->isAccessed(*place))
             continue;
-        verbose("Archived file \"%s\" was not accessed\n", m_entries->keyAt(position).c_str());
-        total += info.size;
+        verbose("Archived file \"%s\" was not accessed\n", key.c_str());
+        total += m_entries->recordAt(*place).size;
     }
     // The total is a signed 32-bit number.
     float const megabytes = static_cast<float>(static_cast<std::int32_t>(total)) * kMegabytes;

@@ -1,14 +1,12 @@
 // Where extraction puts its copies of entries.
 #pragma once
 
+#include "file/content.h"
 #include "platform/platform.h"
 
-#include <cstdint>
 #include <string>
 
 namespace Zel {
-
-class File;
 
 /// A directory that gets copies. What is made in a temporary one is recorded for File::cleanup, and nothing
 /// is written through a link there.
@@ -24,10 +22,10 @@ public:
     /// Makes the directories that a path from here to a file names. False when one cannot be made.
     bool makeDirectories(std::string const& relative);
 
-    /// Copies an open entry, which has that checksum, to a path from here whose directories are there. False
-    /// when nothing can be written under that name. Throws FileException_WriteError, and
-    /// FileException_FileCorrupted when the entry is no longer what it was; no file is left behind then.
-    bool copy(File& entry, std::uint32_t expectedCrc, std::string const& relative);
+    /// Copies an entry to a path from here whose directories are there. False when nothing can be written
+    /// under that name. Throws FileException_WriteError, naming `key`, and what reading the entry throws; no
+    /// file is left behind then.
+    bool copy(FileContent& entry, std::string const& key, std::string const& relative);
 
 private:
     bool isTemporary() const { return m_lifetime == Temporary; }

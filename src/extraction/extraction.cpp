@@ -1,7 +1,9 @@
 // Copies of archived files on disk: which entries, and under what names.
 
-#include "archive/extraction_target.h"
+#include "extraction/target.h"
+#include "file/content.h"
 #include "file/names.h"
+#include "file/registry.h"
 #include "platform/platform.h"
 
 #include <utility>
@@ -18,28 +20,61 @@ std::string directoryPrefix(std::string const& directory) {
     return prefix;
 }
 
-} // namespace
-
-bool File::extract(std::string& name, Archive::FileInfo info, Archive const* archive,
-                   ExtractionTarget& target) {
-    File entry;
-    entry.m_filename = name;
-    std::string const dataDirectory = toLowerCase(getDataDir());
-    if (!entry.openArchive(*archive) || !name.starts_with(dataDirectory))
+/// Copies one entry. `name` is its key, and becomes the path of the copy. False when it is none of the data
+/// directory, or nothing can be read or written under its name.
+bool extract(std::string& name, Archive::FileInfo const& info, Archive const& archive,
+             ExtractionTarget& target) {
+    FileContent entry(archive, info, name);
+    std::string const dataDirectory = toLowerCase(File::getDataDir());
+    if (!entry.isOpen() || !name.starts_with(dataDirectory))
         return false;
     std::string const relative = withBackslashes(name.substr(dataDirectory.size()));
-    if (target.directory().empty() || whyNotExtracted(relative) != nullptr)
+    if (target.directory().empty() || File::whyNotExtracted(relative) != nullptr)
         return false;
     if (!target.makeDirectories(relative))
         return false;
 
-    entry.enterEntry(*archive, info); // checked as a whole before anything is overwritten
-    std::string path = target.directory() + relative;
-    if (!target.copy(entry, static_cast<std::uint32_t>(info.crc), relative))
+    entry.check(); // as a whole, before anything is overwritten
+    if (!target.copy(entry, name, relative))
         return false;
-    name = std::move(path);
+    name = target.directory() + relative;
     return true;
 }
+
+enum class Extraction { None, Partly, Whole };
+
+/// Extracts the entries of the newest archive that has any whose key contains `prefix`.
+Extraction extractEntries(std::string const& prefix, ExtractionTarget& target) {
+    std::string key;
+    Archive::FileInfo info;
+    Archive const* const archive = findNewestArchive(
+        [&](Archive const& candidate) { return candidate.findFirstSubstring(prefix, key, info); });
+    if (archive == nullptr)
+        return Extraction::None;
+    Extraction failed = Extraction::None;
+    do {
+        std::string name = key;
+        if (!extract(name, info, *archive, target))
+            return failed;
+        failed = Extraction::Partly;
+    } while (archive->findNextSubstring(prefix, key, key, info));
+    return Extraction::Whole;
+}
+
+bool extractBelow(std::string prefix, std::string& dir, ExtractionTarget target) {
+    Extraction const extraction = extractEntries(prefix, target);
+    if (extraction != Extraction::None) {
+        dir = withFinalSeparator(target.directory() + dir);
+        return extraction == Extraction::Whole;
+    }
+    if (File::getArchiveOnly() != 0)
+        return false;
+    dir = prefix;
+    prefix.pop_back();
+    return platform::pathExists(prefix);
+}
+
+} // namespace
 
 bool File::extractFile(std::string& name) {
     std::string const key = resolveName(name);
@@ -47,43 +82,9 @@ bool File::extractFile(std::string& name) {
     name = key;
     Archive::FileInfo info;
     Archive const* const archive = findEntry(key, info);
-    if (archive != nullptr && extract(name, info, archive, target))
+    if (archive != nullptr && extract(name, info, *archive, target))
         return true;
     return getArchiveOnly() == 0 && platform::pathExists(name);
-}
-
-/// Extracts the entries of the newest archive that has any whose key contains `prefix`.
-File::Extraction File::extractEntries(std::string const& prefix, ExtractionTarget& target) {
-    std::string key;
-    Archive::FileInfo info;
-    int slot = Archive::getArchiveCount() - 1;
-    while (slot >= 0 && !Archive::getArchive(slot)->findFirstSubstring(prefix, key, info))
-        --slot;
-    if (slot < 0)
-        return Extraction::None;
-
-    Archive const* const archive = Archive::getArchive(slot);
-    Extraction failed = Extraction::None;
-    do {
-        std::string name = key;
-        if (!extract(name, info, archive, target))
-            return failed;
-        failed = Extraction::Partly;
-    } while (archive->findNextSubstring(prefix, key, key, info));
-    return Extraction::Whole;
-}
-
-bool File::extractBelow(std::string prefix, std::string& dir, ExtractionTarget target) {
-    Extraction const extraction = extractEntries(prefix, target);
-    if (extraction != Extraction::None) {
-        dir = withFinalSeparator(target.directory() + dir);
-        return extraction == Extraction::Whole;
-    }
-    if (getArchiveOnly() != 0)
-        return false;
-    dir = prefix;
-    prefix.pop_back();
-    return platform::pathExists(prefix);
 }
 
 bool File::extractDirectory(std::string& dir) {
