@@ -3,6 +3,7 @@
 #include "extraction/target.h"
 
 #include "extraction/temporary.h"
+#include "platform/path_parts.h"
 
 #include <algorithm>
 #include <string_view>
@@ -82,12 +83,13 @@ bool ExtractionTarget::makeDirectories(std::string const& relative) {
     // Those that the entry before has, too, are there.
     auto const differing = std::mismatch(m_made.begin(), m_made.end(), relative.begin(), relative.end());
     std::size_t const shared = static_cast<std::size_t>(differing.first - m_made.begin());
-    std::size_t begin = std::string_view(relative).substr(0, shared).rfind('\\') + 1; // 0 without a separator
-    for (std::size_t end; (end = relative.find('\\', begin)) != std::string::npos; begin = end + 1) {
-        std::string_view const part = std::string_view(relative).substr(begin, end - begin);
-        if (part.empty() || part == ".")
+    std::size_t const begin = relative.substr(0, shared).rfind('\\') + 1; // 0 without a separator
+    PathParts parts(std::string_view(relative).substr(begin));
+    while (parts.next() && !parts.isLast()) {
+        if (parts.staysInPlace())
             continue;
-        std::string const path = m_directory + relative.substr(0, end + 1); // its backslash tells a directory
+        std::string path = m_directory + relative.substr(0, begin);
+        path.append(parts.upToHere()) += '\\'; // which tells a directory
         Record record(path, isTemporary());
         platform::Making const result = m_tree.makeDirectory(path.substr(m_rootLength));
         if (result == platform::Making::Failed)
@@ -95,7 +97,7 @@ bool ExtractionTarget::makeDirectories(std::string const& relative) {
         if (result == platform::Making::Made)
             record.keep();
     }
-    m_made = relative.substr(0, begin);
+    m_made = relative.substr(0, relative.rfind('\\') + 1);
     return true;
 }
 

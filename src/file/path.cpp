@@ -1,8 +1,8 @@
 // Going from a directory to a name, component by component.
 
 #include "file/names.h"
+#include "platform/path_parts.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <zel/file.h>
@@ -30,13 +30,9 @@ void Path::append(std::string const& text) {
         return;
     }
     std::size_t driveEnd = endOfDrive(m_text);
-    for (std::size_t begin = 0; begin <= steps.size();) {
-        auto const end = static_cast<std::size_t>(
-            std::find_if(steps.begin() + begin, steps.end(), isSeparator) - steps.begin());
-        if (!applyComponent(steps.substr(begin, end - begin), driveEnd))
+    for (PathParts parts(steps); parts.next();)
+        if (!applyComponent(parts.part(), driveEnd))
             throw FileException_DirectoryNotFound(withBackslashes(std::string(steps)).c_str());
-        begin = end + 1;
-    }
 }
 
 /// False when there is nowhere to go. `driveEnd` is that of the path, so that many steps to the root do not

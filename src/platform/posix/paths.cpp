@@ -2,6 +2,8 @@
 
 #include "platform/posix/paths.h"
 
+#include "platform/path_parts.h"
+
 #include <algorithm>
 #include <dirent.h>
 #include <memory>
@@ -67,15 +69,13 @@ std::optional<std::string> fromHostPath(std::string const& hostPath) {
 
 std::optional<std::string> matchIgnoringCase(std::string const& hostPath) {
     std::string matched = hostPath.starts_with('/') ? "/" : "";
-    for (std::size_t begin = 0; begin < hostPath.size();) {
-        std::size_t const end = std::min(hostPath.find('/', begin), hostPath.size());
-        if (end > begin) {
-            auto const entry = matchEntry(matched, hostPath.substr(begin, end - begin));
-            if (!entry)
-                return std::nullopt;
-            matched = *entry + "/";
-        }
-        begin = end + 1;
+    for (PathParts parts(hostPath); parts.next();) {
+        if (parts.part().empty())
+            continue;
+        auto const entry = matchEntry(matched, std::string(parts.part()));
+        if (!entry)
+            return std::nullopt;
+        matched = *entry + "/";
     }
     if (matched.size() > 1)
         matched.pop_back();

@@ -1,9 +1,9 @@
 // Folders, names and clocks of the machine on POSIX hosts.
 
+#include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/posix/paths.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -58,11 +58,9 @@ bool makeDataFolder(std::string const& hostPath) {
 /// Makes the directories of a path below the data folder that are missing, each from the one above.
 bool makeBelow(std::string const& dataFolder, std::string const& subFolder) {
     Tree tree(dataFolder, Tree::Private);
-    for (std::size_t end = 0; end < subFolder.size();) {
-        end = std::min(subFolder.find('\\', end + 1), subFolder.size());
-        if (tree.makeDirectory(subFolder.substr(0, end)) == Making::Failed)
+    for (PathParts parts(subFolder); parts.next();)
+        if (tree.makeDirectory(std::string(parts.upToHere())) == Making::Failed)
             return false;
-    }
     return true;
 }
 

@@ -4,6 +4,7 @@
 // Names are found as in all paths: the exact one, or else the first that differs in case alone. For that a
 // directory is looked into once, so what others add to it meanwhile may be missed.
 
+#include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/entry_names.h"
@@ -11,7 +12,6 @@
 #include "platform/posix/removal.h"
 #include "platform/stream_mode.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <map>
@@ -44,14 +44,11 @@ std::vector<std::string> namesOn(std::string const& path) {
     std::vector<std::string> names;
     if (path.find('\0') != std::string::npos)
         return {};
-    for (std::size_t begin = 0; begin < path.size();) {
-        std::size_t const end = std::min(path.find_first_of("\\/", begin), path.size());
-        std::string name = path.substr(begin, end - begin);
-        if (name == "..")
+    for (PathParts parts(path); parts.next();) {
+        if (parts.part() == "..")
             return {};
-        if (!name.empty() && name != ".")
-            names.push_back(std::move(name));
-        begin = end + 1;
+        if (!parts.staysInPlace())
+            names.emplace_back(parts.part());
     }
     return names;
 }

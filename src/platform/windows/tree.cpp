@@ -1,5 +1,6 @@
 // Trees on Windows: paths from the root, each part of which is looked at before anything is done.
 
+#include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/stream_mode.h"
 #include "platform/windows/paths.h"
@@ -81,11 +82,10 @@ void removeAll(std::string const& directory) {
 } // namespace
 
 bool leadsThroughLink(std::string const& path, std::size_t rootLength) {
-    for (std::size_t end = rootLength; end != std::string::npos;) {
-        end = path.find_first_of("\\/", end + 1);
-        if (isLink(path.substr(0, end)))
+    std::string const root = path.substr(0, rootLength);
+    for (PathParts parts(std::string_view(path).substr(rootLength)); parts.next();)
+        if (!parts.upToHere().empty() && isLink(root + std::string(parts.upToHere())))
             return true;
-    }
     return false;
 }
 

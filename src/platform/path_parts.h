@@ -1,0 +1,40 @@
+// What stands between the separators of a path.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace Zel {
+
+/// Goes through the parts of a path, empty ones too: "a//b" has three, "" has one. The path must outlive it.
+class PathParts {
+public:
+    explicit PathParts(std::string_view path) : m_path(path) {}
+
+    /// Goes to the next part, at first to the first. False at the end.
+    bool next() {
+        if (m_next > m_path.size())
+            return false;
+        m_begin = m_next;
+        m_end = std::min(m_path.find_first_of("\\/", m_begin), m_path.size());
+        m_next = m_end + 1;
+        return true;
+    }
+
+    std::string_view part() const { return m_path.substr(m_begin, m_end - m_begin); }
+    /// What leads to the part, with it.
+    std::string_view upToHere() const { return m_path.substr(0, m_end); }
+    bool isLast() const { return m_end == m_path.size(); }
+
+    /// Whether it leads nowhere: empty or ".".
+    bool staysInPlace() const { return part().empty() || part() == "."; }
+
+private:
+    std::string_view m_path;
+    std::size_t m_begin = 0;
+    std::size_t m_end = 0;
+    std::size_t m_next = 0;
+};
+
+} // namespace Zel
