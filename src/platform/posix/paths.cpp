@@ -2,12 +2,12 @@
 
 #include "platform/posix/paths.h"
 
+#include "platform/ascii.h"
 #include "platform/path_parts.h"
 
 #include <algorithm>
 #include <dirent.h>
 #include <memory>
-#include <strings.h>
 #include <unistd.h>
 
 namespace Zel::platform {
@@ -32,9 +32,10 @@ std::optional<std::string> matchEntry(std::string const& directory, std::string 
     Directory const entries = openDirectory(directory);
     if (!entries)
         return std::nullopt;
+    std::string const wanted = toAsciiLowerCase(name);
     std::optional<std::string> best;
     while (dirent const* entry = readdir(entries.get())) {
-        if (strcasecmp(entry->d_name, name.c_str()) == 0 && (!best || entry->d_name < *best))
+        if (toAsciiLowerCase(entry->d_name) == wanted && (!best || entry->d_name < *best))
             best = entry->d_name;
     }
     if (best)
@@ -89,13 +90,6 @@ std::optional<std::string> placeIgnoringCase(std::string const& hostPath) {
         return std::nullopt;
     bool const needsSeparator = !directory->empty() && !directory->ends_with('/');
     return *directory + (needsSeparator ? "/" : "") + hostPath.substr(nameStart);
-}
-
-std::string folded(std::string text) {
-    for (char& character : text)
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    return text;
 }
 
 } // namespace Zel::platform

@@ -23,9 +23,6 @@ std::optional<std::string> matchIgnoringCase(std::string const& hostPath);
 /// Where a new file of that name belongs: the directory found by matchIgnoringCase, the name as it stands.
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
 
-/// The text with the capitals of ASCII as small letters.
-std::string folded(std::string text);
-
 /// The permissions of a new directory, before the umask. What lies below the machine-wide data folder is
 /// private to the user who runs the program.
 mode_t directoryMode(std::string const& hostPath);

@@ -4,6 +4,7 @@
 // Names are found as in all paths: the exact one, or else the first that differs in case alone. For that a
 // directory is looked into once, so what others add to it meanwhile may be missed.
 
+#include "platform/ascii.h"
 #include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/posix/descriptor.h"
@@ -26,17 +27,17 @@ constexpr int kEnterDirectory = O_PATH | O_DIRECTORY | O_CLOEXEC;
 /// The names in a directory, in an order that ignores case first.
 class Names {
 public:
-    void insert(std::string const& name) { m_names.emplace(folded(name), name); }
+    void insert(std::string const& name) { m_names.emplace(toAsciiLowerCase(name), name); }
 
     /// The first name in byte order that is `name` when case is ignored.
     std::optional<std::string> match(std::string const& name) const {
-        std::string const wanted = folded(name);
+        std::string const wanted = toAsciiLowerCase(name);
         auto const found = m_names.lower_bound({wanted, ""});
         return found != m_names.end() && found->first == wanted ? std::optional(found->second) : std::nullopt;
     }
 
 private:
-    std::set<std::pair<std::string, std::string>> m_names; ///< folded, and as they are
+    std::set<std::pair<std::string, std::string>> m_names; ///< in lower case, and as they are
 };
 
 /// The names on a path that leads down; none when it leads nowhere.
