@@ -14,26 +14,27 @@ namespace Zel {
 class ArchiveEntries;
 class FileContent;
 
-/// The table of one archive file, and the registry of all archives alive.
+/// The entries of an archive file, and the registry of all archives alive.
 ///
-/// An entry's key is the data directory as it was when the archive was loaded, in lower case, followed by the
-/// name stored in the archive. File finds only keys in lower case with backslashes; the substring searches
-/// find any. The archive file itself is opened anew by every File that reads an entry.
+/// An entry's key is the data directory at the time of loading, in lower case, followed by the name stored in
+/// the archive: with the data directory c:\data, the entry maps\a.bin has the key c:\data\maps\a.bin. File
+/// asks for keys in lower case with backslashes, so it finds no entry stored under another spelling; the
+/// substring searches do. Every File that reads an entry opens the archive file anew.
 class ZEL_API Archive {
 public:
     /// What the table tells of one entry.
     struct FileInfo {
         std::uint32_t size = 0;     ///< length in bytes
-        std::uint32_t offset = 0;   ///< position in the archive file
-        std::uint32_t crc = 0;      ///< CRC-32 of the bytes after unscrambling
-        std::uint32_t accessed = 0; ///< 1 once a lookup has found the entry; nothing sets it back
+        std::uint32_t offset = 0;   ///< position in the archive file, in bytes
+        std::uint32_t crc = 0;      ///< CRC-32 of the unscrambled bytes
+        std::uint32_t accessed = 0; ///< 1 once a lookup has found the entry, and from then on
     };
 
     /// Empty, without a name, and registered at once.
     Archive();
 
-    /// Loads an archive file as setFileName does, then registers it. When loading throws, nothing is
-    /// registered.
+    /// Loads an archive file as setFileName does, then registers this archive. When loading throws, nothing
+    /// is registered.
     Archive(std::string const& fileName);
 
     /// A copy is not registered. An assignment leaves the registration of both as it is.
@@ -43,50 +44,55 @@ public:
     /// Takes this archive out of the registry.
     virtual ~Archive();
 
-    /// Adds the entries of an archive file to those already held. Meant: the earlier entry stays where both
-    /// have the same key, as the first does where a table names one twice. The file is opened as File opens
-    /// one, so it may itself lie in an archive registered earlier.
-    /// Throws what opening and reading a File throws (FileException_ReadError for a file shorter than its
-    /// header tells), Exception_ArchiveVersionInvalid, and Exception_ArchiveCorrupt when the table's checksum
-    /// differs, its records do not fit into it, it is empty or it holds an entry of size 0. After a failure
-    /// the new name is kept, and so are the old entries.
+    /// Loads an archive file: adds its entries to those already held. Meant: where a key is there already,
+    /// the earlier entry stays, also when one table names it twice. The file is opened as File opens it, so
+    /// it may lie in an archive registered earlier.
+    ///
+    /// Throws what opening and reading a File throws; a file shorter than its header tells is a
+    /// FileException_ReadError. Throws Exception_ArchiveVersionInvalid, and Exception_ArchiveCorrupt when the
+    /// table's checksum differs, its records do not fill it, it is empty, or it holds an entry of size 0.
+    /// After a failure the old entries are kept, and the new name.
     void setFileName(std::string const& fileName);
 
-    /// The current directory at the time of loading, joined with the name: where File reads the entries.
+    /// The current directory at the time of loading, joined with the file name. File reads the entries there.
     std::string const& getFullPath() const;
 
-    /// Whether there is an entry of exactly this key. It does not count as an access.
+    /// Whether there is an entry of exactly this key. The entry is not marked accessed.
     bool hasFile(std::string const& key) const;
 
-    /// Finds the entry of exactly this key and marks it accessed; `info` stays as it is when there is none.
+    /// Finds the entry of exactly this key and marks it accessed. False when there is none; `info` stays as
+    /// it is then.
     bool findFile(std::string const& key, FileInfo& info) const;
 
     /// Finds the first entry, in ascending order of the keys, whose key contains `part`, and marks it
-    /// accessed.
+    /// accessed. Case and separators count. False when there is none; `key` and `info` stay as they are then.
     bool findFirstSubstring(std::string part, std::string& key, FileInfo& info) const;
 
-    /// Goes on behind the entry whose key is `previous`, which must be a key of this archive: any other ends
-    /// the process. `key` may be the same object as `previous`.
+    /// The same for the entries behind the one whose key is `previous`. A `previous` that is no key of this
+    /// archive ends the process. To visit all: findFirstSubstring(part, key, info), then, as long as it
+    /// returns true, findNextSubstring(part, key, key, info).
     bool findNextSubstring(std::string part, std::string previous, std::string& key, FileInfo& info) const;
 
-    /// Writes the entries not yet accessed, and their total size, to the verbose log.
+    /// Writes the keys of the entries not yet accessed, and their total size, to the verbose log.
     void dumpUnaccessedFiles() const;
 
-    /// The same for the slots below getArchiveCount().
+    /// The same for the archives in the slots below getArchiveCount().
     static void dumpAllUnaccessedFiles();
 
-    /// The number of registered archives that have a file name. Meant: this is also the number of slots,
-    /// named or not, that File searches, so an unnamed archive in front hides the last named one.
+    /// The number of registered archives that have a file name. Meant: File searches so many slots from the
+    /// first on, whether or not their archives have a name. With an unnamed archive in slot 0 and a named one
+    /// in slot 1, the count is 1, and the named archive is not searched.
     static int getArchiveCount();
 
-    /// The archive in a slot of the registry, named or not. A slot that does not exist ends the process.
+    /// The archive in a slot of the registry, from 0 in order of registration. A slot that does not exist
+    /// ends the process.
     static Archive const* getArchive(int index);
 
-    /// Scrambles or unscrambles bytes in place: the same operation does both. A length of 0 or below changes
-    /// nothing.
+    /// Scrambles or unscrambles `length` bytes in place: the same operation does both. A length of 0 or below
+    /// changes nothing.
     static void decrypt(void* data, int length);
 
-    /// The registry, in order of registration. The archives are not owned by it.
+    /// The registry, in order of registration. It does not own the archives.
     static std::vector<Archive*> sm_vecArchives;
 
 private:
@@ -94,10 +100,10 @@ private:
 
     std::string m_fileName;
     std::string m_fullPath;
-    // The same with the name as given in lower case, as it was when the table was read, and the directory in
-    // front of it as it is: what the host is asked for.
+    // What the host is asked for: the full path, in which the name is folded to lower case and the directory
+    // is not.
     std::string m_openPath;
-    // Lookups keep the accessed flags in the entries; they are no part of an archive's value.
+    // Lookups, although const, mark entries accessed here.
     std::unique_ptr<ArchiveEntries> m_entries;
 };
 

@@ -6,12 +6,12 @@
 
 namespace Zel {
 
-/// The value that lies `t` of the way from a to b, truncated toward zero.
+/// a + (b - a) * t, truncated toward zero.
 inline int blendChannel(int a, int b, float t) {
     return static_cast<int>(static_cast<float>(b - a) * t + static_cast<float>(a));
 }
 
-/// `value` within [low, high], compared with `low` first.
+/// The value of [low, high] that is nearest to `value`; `low` when `value` is below it, whatever `high` is.
 inline int clampToRange(int value, int low, int high) {
     return value < low ? low : value > high ? high : value;
 }
@@ -45,8 +45,8 @@ struct Color {
         return *this;
     }
 
-    /// Red, green and blue times `factor`, truncated. Meant: what does not fit wraps modulo 256 (twice 200 is
-    /// 144), and alpha stays.
+    /// Red, green and blue times `factor`, truncated; alpha stays. Meant: results wrap modulo 256, so twice
+    /// 200 is 144.
     Color& operator*=(float factor) {
         b = multiplied(b, factor);
         g = multiplied(g, factor);
@@ -68,13 +68,13 @@ private:
     }
     static std::uint8_t multiplied(std::uint8_t channel, float factor) {
         float const product = static_cast<float>(channel) * factor;
-        // Beyond 32 bits a float is a multiple of 256, which wraps to 0; what is no number counts as 0, too.
+        // Beyond 32 bits a float is a multiple of 256, which wraps to 0. NaN counts as 0, too.
         bool const fits = product > -2147483648.0F && product < 2147483648.0F;
         return fits ? static_cast<std::uint8_t>(static_cast<std::int32_t>(product)) : std::uint8_t{0};
     }
 };
 
-/// A colour for arithmetic. No range is enforced; channels are normally within 0..1.
+/// A colour for arithmetic. Channels are normally within 0 and 1; no range is enforced.
 class ZEL_API FColor {
 public:
     float r = 0.0F;
@@ -94,8 +94,7 @@ public:
     FColor& operator-=(FColor const& other);
     FColor& operator*=(FColor const& other);
     FColor& operator*=(float factor);
-    /// Meant: division leaves alpha as it is, unlike every other operation, so that an accumulated colour can
-    /// be divided by its count.
+    /// Meant: division leaves alpha as it is, unlike all other operations.
     FColor& operator/=(float divisor);
 
     FColor operator+(FColor const& other) const;
@@ -108,19 +107,20 @@ public:
     /// The weighted brightness 0.30 r + 0.59 g + 0.11 b.
     float intensity() const;
 
-    /// out = a + (b - a) * t on all four channels. `out` is assigned first: it may be b, but not a.
+    /// out = a + (b - a) * t on all four channels. `out` may be `b`, but not `a`.
     static void interpolate(FColor& out, FColor const& a, float t, FColor const& b);
 
-    /// The blend of four corners on all four channels; fx leads from c00 to c10, fy from c00 to c01.
+    /// Blends four corners on all four channels. fx goes from 0 at c00 to 1 at c10, fy from 0 at c00 to 1 at
+    /// c01.
     static void bilinear(FColor& out, FColor const& c00, FColor const& c10, FColor const& c01,
                          FColor const& c11, float fx, float fy);
 
-    /// Hue in degrees from 0 to 360, saturation, and value in the unit of the input. Black and grey have hue
-    /// 0.
+    /// Hue in degrees from 0 to 360, saturation from 0 to 1, and value in the unit of the input. Black and
+    /// grey have hue 0.
     static void rgb2hsv(float r, float g, float b, float* h, float* s, float* v);
 
-    /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue. Meant: otherwise a hue of
-    /// -60 or less, or past 360, gives full magenta (1, 0, 1).
+    /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue is. Meant: with any other
+    /// saturation, a hue of -60 or less or of more than 360 gives full magenta (1, 0, 1).
     static void hsv2rgb(float h, float s, float v, float* r, float* g, float* b);
 };
 

@@ -11,11 +11,11 @@ namespace Zel {
 /// Check value: the nine bytes "123456789" give 0xCBF43926.
 ZEL_API unsigned long crc32(void const* data, std::size_t length);
 
-/// The checksum of bytes that come in pieces: `previous` is that of all pieces before this one.
+/// The checksum of bytes that come in pieces: `previous` is the checksum of all pieces before this one.
 ZEL_API unsigned long crc32(void const* data, std::size_t length, unsigned long previous);
 
 /// The checksum of a whole file, archived or loose, found as File finds it; 0 for an empty one. The file is
-/// held in memory meanwhile. Throws what opening and reading a File throws.
+/// read in pieces. Throws what opening and reading a File throws.
 ZEL_API unsigned long crc32(std::string const& fileName);
 
 } // namespace Zel

@@ -5,8 +5,9 @@
 
 namespace Zel {
 
-/// An error with a message of at most 1023 characters, held inside the object: no exception owns memory, so
-/// every one of them can be thrown, caught by value and copied freely.
+/// An error with a message of at most 1023 characters, which the object holds itself. No exception owns
+/// memory, so all can be thrown, caught by value and copied freely. It is no std::exception: catch
+/// Zel::Exception.
 class ZEL_API Exception {
 public:
     /// An empty message.
@@ -15,18 +16,18 @@ public:
     Exception& operator=(Exception const&) = default;
     virtual ~Exception();
 
-    /// The message, NUL-terminated; valid as long as this object lives.
+    /// The message, NUL-terminated. It is valid as long as this object lives.
     char const* getError() const;
 
-    /// Formats the message by the printf rules. What passes 1023 characters is cut off silently.
+    /// Formats the message by the printf rules. Everything from character 1024 on is cut off silently.
     void setError(char const* format, ...) ZEL_PRINTF_FORMAT(2, 3);
 
 private:
     char m_message[1024];
 };
 
-/// Declares one kind of failure: a default constructor that leaves the message empty, and one that formats
-/// the message of this kind from its arguments. A name appears in the message exactly as it is given.
+/// Declares one kind of failure. Its default constructor leaves the message empty; the other one formats the
+/// message of this kind from its arguments. Names appear in it exactly as they are given.
 #define ZEL_DECLARE_EXCEPTION(Name, Base, ...) \
     class ZEL_API Name : public Base {         \
     public:                                    \
@@ -34,29 +35,28 @@ private:
         Name(__VA_ARGS__);                     \
     }
 
-/// An archive file starts with another version than the reader knows. Not a FileException: a handler for
-/// those does not catch it.
+/// An archive file of another version than 44. No FileException: a handler for these does not catch it.
 ZEL_DECLARE_EXCEPTION(Exception_ArchiveVersionInvalid, Exception, char const* archiveName, int foundVersion,
                       int expectedVersion);
-/// An archive's table of entries fails its checksum or contradicts itself. Not a FileException either.
+/// An archive's table of entries fails its checksum or contradicts itself. No FileException either.
 ZEL_DECLARE_EXCEPTION(Exception_ArchiveCorrupt, Exception, char const* archiveName);
 
 /// The family of all failures of files and directories.
 class ZEL_API FileException : public Exception {};
 
-/// No stream could be opened, in whatever mode.
+/// A file could not be opened, for reading or for writing.
 ZEL_DECLARE_EXCEPTION(FileException_OpenFailed, FileException, char const* fileName);
 /// Part of the vocabulary; no operation of the library throws it.
 ZEL_DECLARE_EXCEPTION(FileException_GetSizeFailed, FileException, char const* fileName);
-/// A read past the end, or one that delivered fewer bytes than it was asked for.
+/// A read past the end, or one for which the host delivered too few bytes.
 ZEL_DECLARE_EXCEPTION(FileException_ReadError, FileException, char const* fileName);
-/// A write that stored fewer bytes than it was given, a write to a file opened for reading included.
+/// A write of which not all bytes could be stored, or one to a file opened for reading.
 ZEL_DECLARE_EXCEPTION(FileException_WriteError, FileException, char const* fileName);
-/// A position that the stream cannot take.
+/// A position to which the host does not go.
 ZEL_DECLARE_EXCEPTION(FileException_SeekError, FileException, char const* fileName);
-/// A name that leads above the top, a root step without a drive, or a directory that cannot be entered.
+/// A name that leads up from the top or to the root of no drive, or a directory that cannot be entered.
 ZEL_DECLARE_EXCEPTION(FileException_DirectoryNotFound, FileException, char const* directory);
-/// A pattern for temporary names that cannot give a name of its own.
+/// A pattern of temporary names that gives no free name.
 ZEL_DECLARE_EXCEPTION(FileException_GetTempNameFailed, FileException, char const* pattern);
 /// Part of the vocabulary; no operation of the library throws it.
 ZEL_DECLARE_EXCEPTION(FileException_NotAllowedToWriteArchivedFile, FileException, char const* fileName);

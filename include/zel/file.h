@@ -19,7 +19,7 @@ class Archive;
 class FColor;
 struct CharacterSet;
 
-/// A directory path with one operation, append. Separators are backslashes; a slash is accepted on input.
+/// A directory path with one operation, append. Separators are backslashes; append takes slashes, too.
 /// On POSIX hosts the drive "z:" is the root directory: z:\home\me is /home/me.
 class ZEL_API Path {
 public:
@@ -27,13 +27,17 @@ public:
     /// Keeps the text as it stands; only append applies its rule.
     explicit Path(std::string text);
 
-    /// Goes from this directory to `text`, without looking at the disk. An empty text changes nothing. A
-    /// slash is a backslash, and one separator at the end is dropped (a text of nothing else is a root step).
-    /// A text that begins with "\\" (a server) replaces the path; any other is applied component by
-    /// component: one with a ":" becomes the drive, an empty one goes to the drive's root, "." stays, ".."
-    /// goes up, any other goes down. Throws FileException_DirectoryNotFound, naming `text` with backslashes,
-    /// when there is no drive to go to the root of or nothing above. Meant: the components before the failing
-    /// one stay applied.
+    /// Goes from this directory to `text`; does not look at the disk.
+    ///
+    /// From c:\data, "a/b" leads to c:\data\a\b, "..\x" to c:\x, "\x" to c:\x, and "d:\x" to d:\x.
+    ///
+    /// Slashes count as backslashes. One separator at the end is dropped. An empty text changes nothing. A
+    /// text that begins with two separators (a server) replaces the path. Any other text is applied part by
+    /// part: a part with a ":" becomes the drive, an empty part goes to the drive's root, "." stays, ".."
+    /// goes up, and any other part goes down.
+    ///
+    /// Throws FileException_DirectoryNotFound, naming `text` with backslashes, when a part goes up from the
+    /// top, or to the root of no drive. Meant: the parts before it stay applied.
     void append(std::string const& text);
 
     std::string const& str() const& { return m_text; }
@@ -45,14 +49,14 @@ private:
     std::string m_text;
 };
 
-/// One open file, archived or loose, and the services for names and directories that every file shares.
+/// One open file, archived or loose, and the services for names and directories that all files share.
 ///
-/// Names are relative to the data directory, and capitals and lower case are the same: the whole resolved
-/// path is folded to lower case before it is looked up anywhere. A file opened for reading is sought in the
-/// registered archives first, the newest first, then on disk.
+/// Names are relative to the data directory. Case does not matter: the whole resolved path is folded to lower
+/// case before it is looked up. A file opened for reading is looked up in the registered archives, the newest
+/// first, and then on the disk.
 ///
-/// Every failure throws an exception that carries the name as it was given. A File is used by one thread at a
-/// time; set up archives and directories before other threads open files.
+/// Every failure throws an exception that names the file as the caller did. One thread at a time uses a File.
+/// Set up archives and directories before other threads open files.
 class ZEL_API File {
 public:
     enum Mode : std::int32_t {
@@ -65,17 +69,19 @@ public:
     /// Closed, without a name.
     File();
 
-    /// Opens a file. An archived one is read through once to check its CRC-32, in pieces, at every open.
-    /// Throws FileException_OpenFailed when nothing can be opened (a directory, a name with a zero byte, a
-    /// loose file past 2^31 - 1 bytes and an unknown mode included), FileException_FileCorrupted when the
-    /// checksum of an archived file differs, FileException_SeekError or FileException_ReadError when its
-    /// archive does not hold the bytes it promises, and FileException_DirectoryNotFound when the name leads
-    /// nowhere (see Path::append). An archive that cannot be opened counts as one without the file.
+    /// Opens a file. Every open of an archived file reads it through once, in pieces, to check its CRC-32. An
+    /// archive that cannot be opened counts as one without the file.
+    ///
+    /// Throws FileException_OpenFailed when nothing can be opened. That includes a directory, a name with a
+    /// zero byte, a loose file of more than 2^31 - 1 bytes, and an unknown mode. Throws
+    /// FileException_DirectoryNotFound when the name leads nowhere (see Path::append). For an archived file,
+    /// throws FileException_FileCorrupted when its checksum differs, and FileException_SeekError or
+    /// FileException_ReadError when the archive is shorter than it promises.
     File(std::string const& name, Mode mode);
 
-    /// Meant: copies are shallow. Copy and source share one stream and its place in it, each with a position
-    /// of its own, and each destructor closes the stream it holds, so all but one of them must be kept from
-    /// doing so. An assignment does not close the stream that its target held before.
+    /// Meant: copies are shallow. Copy and source share one stream and the place where it stands; each has a
+    /// position of its own. Each destructor closes the stream, so destroy only one of the objects that share
+    /// it. An assignment does not close the stream that its target held before.
     File(File const& other);
     File& operator=(File const& other);
 
@@ -86,43 +92,46 @@ public:
     std::string const& getFilename() const;
     Mode getMode();
 
-    /// Bytes to read; for a file being written, the sum of all writes. Meant: a write that overwrites earlier
-    /// bytes counts too.
+    /// The length in bytes; of a file being written, the sum of all writes. Meant: a write that overwrites
+    /// earlier bytes counts, too.
     int getSize() const;
 
-    /// Bytes from the start of the file. Setting it is not checked against the size; a position that the
-    /// stream refuses throws FileException_SeekError and is kept all the same.
+    /// The position in bytes from the start of the file. A new one is not compared with the size. Throws
+    /// FileException_SeekError when the host refuses to go there; the position is kept all the same.
     int getPosition() const;
     void setPosition(int position);
 
     bool endReached() const { return m_position >= std::int64_t{m_offset} + m_size; }
 
-    /// Reads exactly `count` bytes. Past the end, and in a file opened for writing, nothing is read; when the
-    /// host delivers too few, the position stands behind those that came. All three throw
-    /// FileException_ReadError.
+    /// Reads exactly `count` bytes. Throws FileException_ReadError, and reads nothing, when fewer are left or
+    /// the file was opened for writing. Throws it, too, when the host delivers too few; the position is
+    /// behind those that came.
     void read(void* buffer, int count);
 
-    /// Writes `count` bytes; throws FileException_WriteError when not all could be stored. To a file opened
-    /// for reading, nothing is written: position and size stay.
+    /// Writes `count` bytes. Throws FileException_WriteError when not all could be stored, and when the file
+    /// was opened for reading: then position and size stay.
     void write(void const* buffer, int count);
 
-    /// Hands what was written to the host; throws FileException_WriteError when the host refuses it. Nothing
-    /// happens to a file opened for reading.
+    /// Hands what was written to the host. Throws FileException_WriteError when the host refuses it. Does
+    /// nothing for a file opened for reading.
     void flush();
 
-    /// The data directory, the base of every file's name. Meant: setting appends (see Path::append), so a
-    /// relative directory lies below the present one, and only one with a drive replaces it. Getting adds a
-    /// final separator unless it is empty.
+    /// The data directory, which every file's name is relative to; empty at first. Meant: setting appends
+    /// (see Path::append). setDataDir("c:/data") and then setDataDir("maps") gives c:\data\maps; only a
+    /// directory with a drive replaces the present one. Getting adds a final separator unless it is empty.
     static void setDataDir(std::string directory);
     static std::string getDataDir();
 
-    /// The current directory. Setting appends to the library's own; as long as no named archive is registered
-    /// it also changes the process's working directory to `directory`, and throws
-    /// FileException_DirectoryNotFound when that fails. Getting tells, as long as no named archive is
-    /// registered, the working directory with a final separator and remembers it; afterwards, what is
-    /// remembered, without one. It throws FileException_GetCurrentDirFailed when the working directory cannot
-    /// be told (one longer than 260 characters included and, on POSIX hosts, one with a ":" or "\" in it,
-    /// where no File could be opened).
+    /// The library's current directory. It follows the process's working directory until an archive with a
+    /// file name is registered; from then on it is what was remembered last.
+    ///
+    /// Setting appends to what is remembered. Without such an archive it also changes the working directory
+    /// to `directory`, and throws FileException_DirectoryNotFound when that fails.
+    ///
+    /// Getting, without such an archive, remembers the working directory and returns it with a final
+    /// separator. It throws FileException_GetCurrentDirFailed when the host cannot tell it, when it has more
+    /// than 260 characters and, on POSIX hosts, when a ":" or "\" is in it. With one, it returns what is
+    /// remembered, without a final separator.
     static void setCurrentDir(std::string const& directory);
     static std::string getCurrentDir();
 
@@ -130,103 +139,110 @@ public:
     /// FileException_GetStartupDirFailed when the host cannot tell it.
     static std::string getStartupDir();
 
-    /// Makes a new directory below Brisvane\temp of the machine-wide data folder and records it in
-    /// sm_extractedFiles. Returns its path with a final separator, or "" after 50 failed attempts. All fail
-    /// where Brisvane or temp is a link or, on POSIX hosts, belongs to somebody else than the user or root or
-    /// may be written by others.
+    /// Makes a new directory below Brisvane\temp of the machine-wide data folder, and records it in
+    /// sm_extractedFiles. Returns its path with a final separator, or "" after 50 failed attempts. All
+    /// attempts fail when Brisvane or temp is a link. On POSIX hosts they fail, too, when one of the two
+    /// belongs to anybody but the user or root, or others may write to it.
     static std::string getTmpDir();
 
-    /// A name that no file has, from a printf pattern with one integer conversion (%d, %i, %u, %x, %X or %o,
-    /// with flags, width and precision) for the numbers 0, 1, 2 and on. It is relative to the working
-    /// directory; nothing is created. A pattern without a conversion gives its own text when that is free.
-    /// Throws FileException_GetTempNameFailed when it is not, for any other conversion (one with a length
-    /// modifier included), and for a name past 259 characters.
+    /// A name that no file has: the first of those that a printf pattern gives for the numbers 0, 1, 2 and so
+    /// on. "shot%03d.tga" gives "shot000.tga". The name is relative to the working directory; nothing is
+    /// created.
+    ///
+    /// The pattern holds one integer conversion (%d, %i, %u, %x, %X or %o, with flags, width and precision).
+    /// One without a conversion gives its own text. Throws FileException_GetTempNameFailed when that is
+    /// taken, for any other conversion, for a length modifier (%ld), and for a name of more than 259
+    /// characters.
     static std::string getTempName(std::string const& pattern);
 
-    /// Whether a File of that name could be read: an archive has it or, when archive-only is 0, the disk
-    /// (where a directory counts too). Throws FileException_DirectoryNotFound as File does.
+    /// Whether an archive has a file of that name. When archive-only is 0, the disk is asked as well, where a
+    /// directory counts, too. Throws FileException_DirectoryNotFound as opening a File does.
     static bool exists(std::string const& name);
 
-    /// The name without everything up to its last "/" and then its last "\". Meant: each of the two steps
-    /// keeps at most length - 2 characters, so the last one is lost too when the separator comes first
-    /// ("/abc" gives "ab").
+    /// The name behind its last "/", and of that what is behind its last "\". Meant: each step keeps at most
+    /// length - 2 characters, so the last character is lost, too, when the separator comes first: "/abc"
+    /// gives "ab".
     static std::string stripPath(std::string const& name);
 
-    /// The name up to its last ".". Meant: a "." in a directory's name counts as well ("a.b\c" gives "a").
+    /// The name up to its last ".". Meant: a "." in a directory's name counts, too: "a.b\c" gives "a".
     static std::string stripExtension(std::string const& name);
 
-    /// The extension of the name's last component, without the "."; empty when there is none, and for a name
-    /// with a directory, stem or extension of more than 255 characters.
+    /// The extension of the name's last part, without the ".". Empty when there is none, and when directory,
+    /// stem or extension has more than 255 characters.
     static std::string getExtension(std::string const& name);
 
-    /// Everything up to and including the last separator; empty when there is none.
+    /// Everything up to the last separator, with it; empty when there is none.
     static std::string getFileDir(std::string const& name);
 
-    /// Extraction: copies of archived files for those who need a real path. Temporary ones go to a directory
-    /// of their own (see getTmpDir), and all that they make is recorded for `cleanup`, also when they fail.
-    /// Nothing is made or removed through a link that others put there meanwhile.
-    ///
-    /// An entry is not extracted when nothing can be written under its name, or when its name leads out of
-    /// the destination (see whyNotExtracted). Of entries that are one file on this host, the last one stays.
-    /// The exceptions name the entry's key: FileException_SeekError and FileException_ReadError when the
-    /// archive does not hold the bytes it promises, FileException_FileCorrupted when the checksum differs,
-    /// FileException_WriteError when the disk refuses them; no part of the file is left behind then. They
-    /// throw FileException_DirectoryNotFound when the given name leads nowhere (see Path::append).
+    // Extraction: copies of archived files for programs that need a real path. A temporary extraction makes a
+    // directory of its own (see getTmpDir). All that it makes is recorded for `cleanup`, also when it fails.
+    // Nothing is made or removed through a link that others put there meanwhile.
+    //
+    // An entry is not extracted when nothing can be written under its name, or when its name leads out of the
+    // destination (see whyNotExtracted). Of entries that are one file on this host, the last one stays.
+    //
+    // Exceptions name the entry's key. FileException_FileCorrupted: the checksum differs.
+    // FileException_SeekError, FileException_ReadError: the archive is shorter than it promises.
+    // FileException_WriteError: the disk refuses the bytes. No part of the file is left behind then.
+    // FileException_DirectoryNotFound: the given name leads nowhere (see Path::append).
 
-    /// Extracts the file that opening `name` would find in an archive. True when it could: `name` is then the
-    /// path of the copy. Otherwise `name` becomes the path under which the disk would be asked and, unless
-    /// archive-only is set, the result tells whether that exists. Meant: the temporary directory is made
-    /// before anything is looked up.
+    /// Extracts one archived file, the one that File(name) would read. On success returns true, and `name` is
+    /// the path of the copy. Otherwise `name` becomes its full path in lower case, and the result is false
+    /// while archive-only is set, else whether that exists on the disk. Meant: the temporary directory is
+    /// made first, whether or not anything is found.
     static bool extractFile(std::string& name);
 
-    /// Extracts what the newest archive with anything below a directory has there, in the order of the keys,
-    /// until one fails. Returns whether all went well; once the first has, `dir` is what was given below the
-    /// temporary directory, with a final backslash. When there is none, or the first fails, and archive-only
-    /// is 0, `dir` becomes the full path, with a final backslash, and the result tells whether that exists.
+    /// Extracts all entries below a directory, in the order of their keys, from the newest archive that has
+    /// any. Stops at the first entry that fails. Returns whether all succeeded. Once one has, `dir` is the
+    /// temporary directory followed by what was given, with a final backslash.
+    ///
+    /// When no archive has any, or the first fails, the result is false while archive-only is set. Otherwise
+    /// `dir` becomes its full path in lower case, with a final backslash, and the result tells whether that
+    /// exists on the disk.
     static bool extractDirectory(std::string& dir);
 
-    /// The same, but below `destination`, an existing directory given with a final separator, to stay:
-    /// nothing is recorded. Files that are there are overwritten; links that are there are the caller's own
-    /// and lead on. An empty destination is refused.
+    /// The same, but into `destination`, an existing directory given with a final separator, and for good:
+    /// nothing is recorded for `cleanup`. Files there are overwritten. Links there are followed, as they are
+    /// the caller's own. Into an empty destination nothing is extracted.
     static bool extractDirectoryPermanent(std::string& dir, std::string destination);
 
-    /// Removes what temporary extractions and getTmpDir have recorded, the newest first, and forgets it.
-    /// Failures are ignored: a directory in which somebody else has put files stays. Nothing is removed
-    /// through a link below the machine-wide data folder.
+    /// Removes what temporary extractions and getTmpDir have recorded, the newest first, and empties the
+    /// record. Failures are ignored: a directory in which somebody else has put files stays. Nothing is
+    /// removed through a link below the machine-wide data folder.
     static void cleanup();
 
-    /// Removes the temporary directories of every run, those of other running programs included. Does nothing
-    /// where getTmpDir makes none.
+    /// Removes the temporary directories of all runs, those of other running programs included. Does nothing
+    /// where getTmpDir could make none.
     void forced_cleanup();
 
-    /// Removes a directory and all below it, read-only files included. Links are removed, never followed.
-    /// Failures are ignored.
+    /// Removes a directory and all that is in it, read-only files included. Links are removed, never
+    /// followed. Failures are ignored.
     void forced_remove_directory(char const* directory);
 
-    /// Why no entry stored under this name is extracted, in a few words, or null when it may be: names must
-    /// lead down from the destination on this host, to a file. For programs that write an archive's entries
+    /// Why an entry stored under this name is not extracted, in a few words; null when it is. A name must
+    /// lead down from the destination to a file, on this host. For programs that write entries to disk
     /// themselves.
     static char const* whyNotExtracted(std::string const& name);
 
-    /// Archive-only, 1 at first: while it is not 0, `exists` and the extraction operations do not look at the
-    /// disk. Opening a File does not ask it.
+    /// Archive-only, 1 at first. While it is not 0, `exists` and the extraction operations do not look for
+    /// files on the disk. Opening a File does, whatever it is.
     static void setArchiveOnly(int archiveOnly);
     static int getArchiveOnly();
 
-    /// Unique names for temporary directories, 1 at first; 0 numbers them tmp_1, tmp_2 and on.
+    /// Whether temporary directories get unique names; 1 at first. With 0 they are tmp_1, tmp_2 and so on.
     static void setUniquePathNames(int unique);
 
     static Path sm_datadir;
     static Path sm_currentDir;
     static int sm_archiveonly;
     static int sm_uniquepathnames;
-    /// Temporary files and directories in order of creation; a directory's path ends in a separator.
+    /// What `cleanup` removes, in order of creation; a directory's path ends with a separator.
     static std::list<std::string> sm_extractedFiles;
 
 private:
     void initializeMembers();
-    // The stream, when the file was opened for reading or for writing; null otherwise. The host need not
-    // refuse by itself: Windows' C runtime writes into what it has read ahead, and reads what it is to write.
+    // The stream, when the file was opened for that; null otherwise. The C runtime of Windows would not
+    // refuse: it writes into what it has read ahead, and reads what it is to write.
     std::FILE* readStream() const { return m_mode == READ || m_mode == READ_TEXT ? m_handle : nullptr; }
     std::FILE* writeStream() const { return m_mode == WRITE || m_mode == WRITE_TEXT ? m_handle : nullptr; }
     void openForReading();
@@ -246,10 +262,11 @@ private:
     mutable bool m_inStep;
 };
 
-/// A file of typed values, each in a fixed width: 1 byte for bool, char and unsigned char; 2 for short and
-/// Float16; 4 for int, long (on every platform) and float; vectors and intervals as their components in
-/// order. A read that fails throws as File::read does and leaves the value partly written, with the bytes
-/// that came as the file has them.
+/// A file of typed values of fixed width. bool, char and unsigned char take 1 byte; short and Float16 take 2;
+/// int, long (on every platform) and float take 4; vectors and intervals are their components in order.
+///
+/// A read that fails throws as File::read does. The value then holds the bytes that came, in the file's
+/// order.
 class ZEL_API BinaryFile : public File {
 public:
     enum ByteOrder : std::int32_t {
@@ -276,9 +293,9 @@ public:
     BinaryFile& operator>>(Vector4Template<float>& value);
     BinaryFile& operator>>(IntervalTemplate<float>& value);
 
-    /// Meant: no length is read. The text takes as many bytes as the whole file has, from the present
-    /// position on, so only at position 0 does it succeed; anywhere else it takes what is left and throws
-    /// FileException_ReadError.
+    /// Reads the whole file; the position must be 0. Meant: no length is read, unlike what << writes. As many
+    /// bytes as the file has are read from the present position, so at any other the text takes what is left,
+    /// and FileException_ReadError is thrown.
     BinaryFile& operator>>(std::string& value);
 
     BinaryFile& operator<<(bool value);
@@ -297,10 +314,10 @@ public:
     BinaryFile& operator<<(Vector4Template<float> const& value);
     BinaryFile& operator<<(IntervalTemplate<float> const& value);
 
-    /// Meant, and unlike reading: the length as 4 bytes, then the characters.
+    /// Writes the length as 4 bytes, then the characters. Meant, although >> reads no length.
     BinaryFile& operator<<(std::string const& value);
 
-    /// A pointer would silently become a bool. Write text, string literals included, as std::string.
+    /// A pointer would silently become a bool. Write text as std::string, string literals, too.
     template <class T>
     BinaryFile& operator<<(T const* pointer) = delete;
 
@@ -316,35 +333,36 @@ private:
 };
 
 /// A file of text: tokens with white space between them, and lines. Characters are bytes. White space is the
-/// space, the tab, the line feed, the vertical tab, the form feed and the carriage return, in every locale; a
-/// zero byte ends whatever is being read, as the end of the file does. Errors are those of File.
+/// space, the tab, the line feed, the vertical tab, the form feed and the carriage return, in every locale. A
+/// zero byte ends what is being read, as the end of the file does. Errors are those of File.
 ///
-/// A token is skipped to over white space, and the white space behind it is skipped too. It reaches to the
-/// next white space, or from one double quote to the next: then it may hold white space and line ends, and
-/// the quotes are dropped. Nothing can be escaped. Meant: the token at the end of the file is one zero
-/// character.
+/// Reading a token skips the white space before it and behind it. A token reaches to the next white space.
+/// One that begins with a double quote reaches to the next double quote; it may hold white space and line
+/// ends, and both quotes are dropped. There is no escape character. Meant: at the end of the file a token is
+/// one zero character.
 class ZEL_API TextFile : public File {
 public:
     /// Opens the file as File does.
     TextFile(std::string const& name, Mode mode);
 
-    /// Reads all the rest, up to a zero byte.
+    /// Reads the rest of the file, up to a zero byte.
     void readFile(std::string& text);
 
-    /// Reads a line without its end, CR or LF, over blank lines and leading white space. Whether it had an
-    /// end: the last line of a file may have none, and what there is of it is in `line` all the same.
+    /// Skips white space (and so blank lines), then reads a line without its CR or LF. Returns whether it had
+    /// one. When it had none, the file has ended, and `line` holds what was there.
     bool readLine(std::string& line);
 
-    /// Reads the words of a line, up to CR or LF; at the end of the file, what there is. Meant: every white
-    /// space ends a word, so two in a row have an empty word between them, and of CR LF the LF is left for
-    /// the next line.
+    /// Reads the words of a line, up to CR, LF or the end of the file. Meant: every single white space ends a
+    /// word, so two in a row have an empty word between them. Meant: of CR LF, the LF is left and becomes a
+    /// line of its own.
     void readLine(std::vector<std::string>& words);
 
     TextFile& operator>>(std::string& value);
 
-    /// Numbers are read from a token by the rules of the C library's atoi and atof: what does not lead with a
-    /// number is 0. An integer becomes the nearest one of 32 bits, signed, and is then stored with the
-    /// target's width (-1 is 4294967295 in an unsigned long). A bool is whether such an integer is not 0.
+    /// Numbers are read from a token by the rules of atoi and atof in the "C" locale: a token that does not
+    /// begin with a number is 0. An integer outside 32 bits, signed, becomes the nearest one inside; then it
+    /// is converted to the target's type (-1 becomes 4294967295 in an unsigned long). A bool is true when the
+    /// integer is not 0.
     TextFile& operator>>(bool& value);
     TextFile& operator>>(short& value);
     TextFile& operator>>(unsigned short& value);
@@ -354,10 +372,10 @@ public:
     TextFile& operator>>(unsigned long& value);
     TextFile& operator>>(float& value);
 
-    /// The next character, white space around it skipped; 0 at the end.
+    /// The next character that is no white space; 0 at the end. The white space behind it is skipped, too.
     TextFile& operator>>(char& value);
 
-    /// Meant, and unlike char: a token, of which the first character is kept.
+    /// Meant, and unlike char: reads a whole token and keeps its first character.
     TextFile& operator>>(unsigned char& value);
 
     TextFile& operator>>(Vector3Template<float>& value);
@@ -368,10 +386,10 @@ public:
     /// Nothing is written before or after the value.
     TextFile& operator<<(std::string const& value);
 
-    /// With six decimals.
+    /// Written with six decimals.
     TextFile& operator<<(float value);
 
-    /// Meant: as a signed number of 32 bits, so 4294967295 is written as -1.
+    /// Written as signed numbers of 32 bits. Meant: 4294967295 is written as -1.
     TextFile& operator<<(short value);
     TextFile& operator<<(unsigned short value);
     TextFile& operator<<(int value);
@@ -379,10 +397,10 @@ public:
     TextFile& operator<<(long value);
     TextFile& operator<<(unsigned long value);
 
-    /// The components with a space between them.
+    /// Written as the components with a space between them.
     TextFile& operator<<(Vector3Template<float> const& value);
 
-    /// Any other number, and bool, char and unsigned char, would silently be written as an int.
+    /// Others (bool, char, unsigned char, double) would silently be written as an int or a float.
     template <class T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
     TextFile& operator<<(T value) = delete;
 
@@ -402,11 +420,11 @@ private:
 /// A whole file in memory, archived or loose.
 class ZEL_API MemoryFile {
 public:
-    /// Reads the file; throws what opening and reading a File throws.
+    /// Reads the file. Throws what opening and reading a File throws.
     MemoryFile(std::string const& name);
 
-    /// Meant: copies are shallow. Each destructor releases the block, so all but one of them must be kept
-    /// from doing so.
+    /// Meant: copies are shallow and share one block of memory. Each destructor releases it, so destroy only
+    /// one of the objects that share it.
     MemoryFile(MemoryFile const&) = default;
     MemoryFile& operator=(MemoryFile const&) = default;
     virtual ~MemoryFile();

@@ -8,17 +8,17 @@ namespace Zel {
 class Archive;
 class File;
 
-/// Two objects for the callers' use, alive while a Zel_Init is; null before and after. The library itself
-/// reads neither. g_Archive starts empty and registered, g_File closed.
+/// Two objects for callers, which live as long as any Zel_Init does; null before and after. The library
+/// itself reads neither. g_Archive starts empty and registered, g_File closed.
 extern ZEL_API Archive* g_Archive;
 extern ZEL_API File* g_File;
 
-/// Create one before using the library and destroy it at the end. The first one alive creates g_Archive and
-/// g_File, the last one deletes them; those between only count. Nothing else is set up or cleaned up.
-/// Construct and destroy them from one thread.
+/// Create one before using the library, and destroy it at the end. The first one alive creates g_Archive and
+/// g_File; the last one deletes them. Nothing else is set up or cleaned up. Create and destroy them on one
+/// thread.
 class ZEL_API Zel_Init {
 public:
-    /// Throws what creating an Archive throws; then nothing was counted.
+    /// Throws what creating an Archive throws; this object is not counted then.
     Zel_Init();
     ~Zel_Init();
     Zel_Init(Zel_Init const&) = delete;

@@ -6,21 +6,23 @@
 
 namespace Zel {
 
-/// Registers a block of `size` bytes and returns its address, so that the call can wrap an allocation. `name`
-/// is printed for the block, with `number` in brackets behind it unless that is 0, below the heading `group`;
-/// both texts are kept as pointers and outlive the block's registration as the caller's. Meant: an address
-/// registered twice is one block with the fields of the last time, while all the counters count it twice.
-/// Throws std::bad_alloc, registers nothing and counts nothing when memory runs out.
+/// Registers a block of `size` bytes. Returns its address, so that the call can wrap an allocation.
+///
+/// The report prints the block as `name`, followed by [`number`] unless that is 0, below the heading `group`.
+/// Both texts are kept as pointers and must stay valid while the block is registered; string literals do.
+/// Meant: an address registered twice is one block, with the fields of the last time, but all counters count
+/// it twice. Throws std::bad_alloc when memory runs out; nothing is registered or counted then.
 ZEL_API void* createMemoryBlock(void const* address, std::uint64_t size, std::uint64_t number,
                                 char const* name, char const* group);
 
-/// Removes a block. Null does nothing; any other address that is not registered ends the process, with a line
-/// on standard error.
+/// Unregisters a block. Null does nothing. Any other address that is not registered ends the process, with a
+/// line on standard error.
 ZEL_API void deleteMemoryBlock(void const* address);
 
-/// Logs a report (see verbose.h): what there is now, what there was at most, how many blocks came and went,
-/// then each group with its blocks, those of the same name and number counted together. Meant: such blocks
-/// all count with the size of the one at the lowest address. The numbers are printed with their low 32 bits.
+/// Writes a report to the verbose log: the present and the largest amount, how many blocks were registered
+/// and unregistered, then each group with its blocks. Blocks of one group, name and number are one line.
+/// Meant: all of them count with the size of the one at the lowest address. Numbers of blocks and bytes are
+/// printed modulo 2^32.
 ZEL_API void dumpMemoryBlocks();
 
 /// Copies `count` bytes between areas that do not overlap. A negative count ends the process, with a line on
