@@ -14,7 +14,7 @@ class ExtractionTarget {
 public:
     enum Lifetime { Temporary, Permanent };
 
-    /// `directory` ends with a separator. An empty one is none, and must get nothing.
+    /// `directory` ends with a separator, or is empty: then nothing may be put there.
     ExtractionTarget(std::string directory, Lifetime lifetime);
 
     std::string const& directory() const { return m_directory; }

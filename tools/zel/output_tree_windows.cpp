@@ -78,7 +78,7 @@ std::optional<OutputTree::Found> OutputTree::find(fs::path const& name) const {
         return std::nullopt;
     std::unique_ptr<HANDLE, HandleCloser> const closer(file);
     BY_HANDLE_FILE_INFORMATION info;
-    if (!GetFileInformationByHandle(file, &info))
+    if (GetFileInformationByHandle(file, &info) == FALSE)
         return std::nullopt;
     return Found{identityOf(info), (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
 }

@@ -57,7 +57,7 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
     picture.width = static_cast<int>(width);
     picture.height = static_cast<int>(height);
     picture.isGrey = IsEqualGUID(format, GUID_WICPixelFormat8bppGray) != 0;
-    if (!picture.isGrey && !IsEqualGUID(format, GUID_WICPixelFormat24bppBGR))
+    if (!picture.isGrey && IsEqualGUID(format, GUID_WICPixelFormat24bppBGR) == 0)
         return JpegResult::UnsupportedColorSpace;
     JpegResult const size = checkJpegSize(picture, fileLength(path));
     if (size != JpegResult::Done)

@@ -45,7 +45,7 @@ std::optional<std::string> startupDirectory() {
 std::optional<std::string> commonDataFolder(std::string const& subFolder, FolderQuery query) {
     static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE) == 0x8023);
     static_assert((CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY) == 0x4023);
-    auto const path = folderPath(subFolder, CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY);
+    auto path = folderPath(subFolder, CSIDL_COMMON_APPDATA | CSIDL_FLAG_DONT_VERIFY);
     if (!path || query == FolderQuery::Locate)
         return path;
     std::size_t const below = subFolder.size() - (subFolder.ends_with('\\') ? 1 : 0);
@@ -58,7 +58,7 @@ std::optional<std::string> computerName() {
     char name[MAX_COMPUTERNAME_LENGTH + 1];
     static_assert(sizeof name == 16);
     DWORD size = sizeof name;
-    if (!GetComputerNameA(name, &size))
+    if (GetComputerNameA(name, &size) == FALSE)
         return std::nullopt;
     return name;
 }
@@ -67,7 +67,7 @@ std::uint64_t systemTime() {
     SYSTEMTIME now;
     FILETIME fileTime;
     GetSystemTime(&now);
-    if (!SystemTimeToFileTime(&now, &fileTime))
+    if (SystemTimeToFileTime(&now, &fileTime) == FALSE)
         return 0;
     return static_cast<std::uint64_t>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime;
 }
@@ -85,7 +85,7 @@ std::uint64_t performanceCounter() {
 
 std::optional<std::int64_t> performanceFrequency() {
     LARGE_INTEGER frequency;
-    if (!QueryPerformanceFrequency(&frequency))
+    if (QueryPerformanceFrequency(&frequency) == FALSE)
         return std::nullopt;
     return frequency.QuadPart;
 }

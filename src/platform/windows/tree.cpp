@@ -69,7 +69,7 @@ void removeEntries(std::string const& directory) {
     do {
         if (std::strcmp(entry.cFileName, ".") != 0 && std::strcmp(entry.cFileName, "..") != 0)
             removeEntry(directory + "\\" + entry.cFileName, entry.dwFileAttributes);
-    } while (FindNextFileA(first, &entry));
+    } while (FindNextFileA(first, &entry) != FALSE);
 }
 
 void removeAll(std::string const& directory) {
@@ -124,7 +124,7 @@ Making Tree::makeDirectory(std::string const& path) {
     std::string const host = m_walk->pathTo(path);
     if (host.empty())
         return Making::Failed;
-    if (CreateDirectoryA(host.c_str(), nullptr))
+    if (CreateDirectoryA(host.c_str(), nullptr) != FALSE)
         return Making::Made;
     bool const exists = GetLastError() == ERROR_ALREADY_EXISTS &&
                         hasAttribute(GetFileAttributesA(host.c_str()), FILE_ATTRIBUTE_DIRECTORY);
