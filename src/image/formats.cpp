@@ -1,7 +1,10 @@
 // Which codec takes which file name.
+//
+// A codec is a class for each direction, made for one call: a loader's `load` replaces the image by the
+// picture in the file, a saver's `save` writes the file and throws when the disk refuses it. A new format is
+// one more file with these and one more line of the table.
 
 #include "image/bmp.h"
-#include "image/codec.h"
 #include "image/jpeg.h"
 #include "image/pcx.h"
 #include "image/tga.h"
@@ -11,12 +14,12 @@
 namespace Zel {
 namespace {
 
-template <ImageLoader Loader>
+template <class Loader>
 void loadWith(Image& image, std::string const& fileName) {
     Loader().load(image, fileName);
 }
 
-template <ImageSaver Saver>
+template <class Saver>
 void saveWith(Image const& image, std::string const& fileName) {
     Saver().save(image, fileName);
 }
@@ -27,7 +30,7 @@ struct Format {
     void (*save)(Image const& image, std::string const& fileName); ///< null: there is no writer
 };
 
-/// The first that matches is taken.
+/// In the order in which they are tried.
 constexpr std::array<Format, 4> kFormats{{
     {".jpg", loadWith<JPEGLoader>, saveWith<JPEGSaver>},
     {".tga", loadWith<TGALoader>, saveWith<TGASaver>},
@@ -35,8 +38,9 @@ constexpr std::array<Format, 4> kFormats{{
     {".bmp", loadWith<BMPLoader>, saveWith<BMPSaver>},
 }};
 
-/// Meant: only the first occurrence counts, so "a.bmp.bmp" is not a BMP file. Meant: "not found" (the largest
-/// unsigned number) equals the length less 4 of a name of three characters, which so matches anything.
+/// Meant: only the first occurrence counts, so "a.bmp.bmp" is no BMP file. Meant: a name of three characters,
+/// like "abc", matches every extension: its length less 4 is the largest unsigned number, which is also what
+/// `find` returns for "not found".
 bool hasExtension(std::string const& fileName, char const* extension) {
     return fileName.find(extension) == fileName.size() - 4;
 }
