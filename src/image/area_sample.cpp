@@ -47,7 +47,7 @@ struct Neighbours {
     float fraction;
 };
 
-/// Bilinear samples of an image, row by row, and their sums.
+/// Takes bilinear samples of an image, row by row, and averages them.
 class Sampler {
 public:
     explicit Sampler(Image const& image)
@@ -64,33 +64,20 @@ public:
 
     void add(float u) {
         Neighbours const columns(u, m_width, m_image.getWidth());
-        float const left = 1.0F - columns.fraction;
-        float const above = 1.0F - m_fraction;
-        m_sum += channels(m_upper[columns.first]) * (left * above) +
-                 channels(m_upper[columns.second]) * (columns.fraction * above) +
-                 channels(m_lower[columns.first]) * (left * m_fraction) +
-                 channels(m_lower[columns.second]) * (columns.fraction * m_fraction);
-        ++m_count;
+        m_average.add(m_upper[columns.first], m_upper[columns.second], m_lower[columns.first],
+                      m_lower[columns.second], columns.fraction, m_fraction);
     }
 
-    Color average() const {
-        float const factor = m_count > 0 ? 1.0F / static_cast<float>(m_count) : 0.0F;
-        Color color = toColor(toInt(m_sum * factor) & 0xFF);
-        color.a = 255;
-        return color;
-    }
+    Color average() const { return m_average.value(); }
 
 private:
-    static FloatLanes channels(Color const& color) { return toFloat(toLanes(color)); }
-
     Image const& m_image;
     float m_width;
     float m_height;
     Color const* m_upper = nullptr;
     Color const* m_lower = nullptr;
     float m_fraction = 0.0F;
-    FloatLanes m_sum{};
-    std::int64_t m_count = 0;
+    lanes::BilinearAverage m_average;
 };
 
 /// One side of a triangle: where it crosses each scanline, from its upper end on.

@@ -54,11 +54,8 @@ void packFour(Color const* pixels, unsigned char* packed) {
 } // namespace
 
 void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels) {
-    std::size_t i = count;
-    for (; i % 4 != 0; --i) {
-        unsigned char const* const from = packed + (i - 1) * kPackedPixelSize;
-        pixels[i - 1] = Color(from[2], from[1], from[0], 255);
-    }
+    std::size_t i = count - count % 4;
+    scalar::unpackPixels(packed + i * kPackedPixelSize, count % 4, pixels + i);
     for (; i > 0; i -= 4)
         unpackFour(packed + (i - 4) * kPackedPixelSize, &pixels[i - 4]);
 }
@@ -69,11 +66,7 @@ void packPixels(Color const* pixels, std::size_t count, unsigned char* packed) {
         pixels += 4;
         packed += 4 * kPackedPixelSize;
     }
-    for (; count > 0; --count, ++pixels) {
-        *packed++ = pixels->b;
-        *packed++ = pixels->g;
-        *packed++ = pixels->r;
-    }
+    scalar::packPixels(pixels, count, packed);
 }
 
 std::size_t packedSize(Image const& image, std::size_t extra, std::string const& fileName) {

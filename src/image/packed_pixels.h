@@ -9,12 +9,33 @@ namespace Zel {
 
 constexpr std::size_t kPackedPixelSize = 3;
 
-/// Unpacks `count` pixels, with alpha 255. Works from the last pixel backwards, so that the packed ones may
-/// stand at the start of the memory they are unpacked to.
+/// Unpacks `count` pixels, with alpha 255. Works from the last pixel backwards, so the packed ones may stand
+/// at the start of the memory that they are unpacked to. Four pixels at a time, as `scalar::unpackPixels`
+/// says.
 void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels);
 
-/// Packs `count` pixels, without alpha.
+/// Packs `count` pixels, without alpha. Four pixels at a time, as `scalar::packPixels` says.
 void packPixels(Color const* pixels, std::size_t count, unsigned char* packed);
+
+/// The same, a pixel at a time.
+namespace scalar {
+
+inline void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels) {
+    for (std::size_t i = count; i-- > 0;) {
+        unsigned char const* const from = packed + i * kPackedPixelSize;
+        pixels[i] = Color(from[2], from[1], from[0], 255);
+    }
+}
+
+inline void packPixels(Color const* pixels, std::size_t count, unsigned char* packed) {
+    for (std::size_t i = 0; i < count; ++i) {
+        *packed++ = pixels[i].b;
+        *packed++ = pixels[i].g;
+        *packed++ = pixels[i].r;
+    }
+}
+
+} // namespace scalar
 
 /// The bytes of all pixels, packed for a file that has `extra` bytes beside them. Throws
 /// FileException_WriteError when no file can hold all that.

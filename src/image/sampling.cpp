@@ -41,9 +41,6 @@ int nearest(float position, int size) {
     return static_cast<int>(std::min(std::max(0.0, sum), static_cast<double>(size - 1)));
 }
 
-/// blendChannel on all four channels.
-IntLanes blend(IntLanes a, IntLanes b, float t) { return toInt(toFloat(b - a) * t + toFloat(a)); }
-
 } // namespace
 
 Color Image::samplePoint(float x, float y) const {
@@ -61,9 +58,8 @@ Color Image::sampleBilinear(float x, float y) const {
     int const x1 = clamped(column.whole + 1, m_width);
     int const y0 = clamped(row.whole, m_height);
     int const y1 = clamped(row.whole + 1, m_height);
-    IntLanes const upper = blend(toLanes((*this)(x0, y0)), toLanes((*this)(x1, y0)), column.fraction);
-    IntLanes const lower = blend(toLanes((*this)(x0, y1)), toLanes((*this)(x1, y1)), column.fraction);
-    return toColor(blend(upper, lower, row.fraction));
+    return lanes::bilinear((*this)(x0, y0), (*this)(x1, y0), (*this)(x0, y1), (*this)(x1, y1),
+                           column.fraction, row.fraction);
 }
 
 } // namespace Zel
