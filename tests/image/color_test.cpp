@@ -7,12 +7,11 @@ namespace {
 
 using Zel::Color;
 using Zel::FColor;
-
-std::vector<float> channels(FColor const& color) { return {color.r, color.g, color.b, color.a}; }
-
 using Floats = std::vector<float>;
 
 float const kInfinity = std::numeric_limits<float>::infinity();
+
+Floats channels(FColor const& color) { return {color.r, color.g, color.b, color.a}; }
 
 struct Hue {
     Floats rgb, hsv;
