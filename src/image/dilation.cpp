@@ -1,4 +1,4 @@
-// Colour-key dilation: one pass grows the areas that are not of the key colour by one pixel.
+// Colour-key dilation: one pass grows the areas that are not key-coloured by one pixel.
 
 #include <algorithm>
 #include <bit>
@@ -11,7 +11,7 @@
 namespace Zel {
 namespace {
 
-/// The key colour without its alpha, which pixels are compared with as whole words.
+/// The key colour, without its alpha. A pixel is compared as one 32-bit word.
 class Key {
 public:
     explicit Key(Color const& color) : m_word(wordOf(color)) {}
@@ -20,8 +20,7 @@ public:
 
     static constexpr std::size_t kBlock = 32;
 
-    /// Whether any of the pixels, at most kBlock, is of the key colour. Whole blocks are looked at side by
-    /// side.
+    /// Whether any of at most kBlock pixels is key-coloured. A whole block is tested without branches.
     bool isAmong(Color const* pixels, std::size_t count) const {
         if (count < kBlock)
             return std::any_of(pixels, pixels + count, [this](Color const& color) { return matches(color); });
@@ -43,10 +42,12 @@ private:
     std::uint32_t m_word;
 };
 
-/// The average of those neighbours that are not of the key colour.
+/// The average of the neighbours of a pixel that are not key-coloured.
 class Average {
 public:
-    void add(Color const& neighbour, Key const& key) {
+    /// Adds one neighbour. Not by its position, as rows are at hand: what lies outside the image is passed in
+    /// the key colour, and so ignored.
+    void dilatePixel(Color const& neighbour, Key const& key) {
         if (key.matches(neighbour))
             return;
         m_red += neighbour.r;
@@ -78,13 +79,13 @@ private:
 void Image::dilate(Color const& key) {
     if (m_data == nullptr)
         return;
-    Color const keyColor = key; // which may be a pixel of this image
+    Color const keyColor = key; // a copy, as `key` may be a pixel of this image
     Key const wanted(keyColor);
     auto const width = static_cast<std::size_t>(m_width);
-    // Neighbours are those from before the pass; what lies outside is as good as the key colour.
+    // `above` and `row` keep the pixels as they were before the pass. Outside the image is the key colour.
     std::vector<Color> const outside(width + 1, keyColor);
     std::vector<Color> above = outside;
-    std::vector<Color> row = outside; // and one pixel of the key colour behind it
+    std::vector<Color> row = outside; // its last pixel lies outside, right of the image
     for (int y = 0; y < m_height; ++y) {
         Color* const pixels = &(*this)(0, y);
         Color const* const below = y + 1 < m_height ? pixels + width : outside.data();
@@ -97,10 +98,10 @@ void Image::dilate(Color const& key) {
                 if (!wanted.matches(row[x]))
                     continue;
                 Average average;
-                average.add(x > 0 ? row[x - 1] : keyColor, wanted);
-                average.add(above[x], wanted);
-                average.add(row[x + 1], wanted);
-                average.add(below[x], wanted);
+                average.dilatePixel(x > 0 ? row[x - 1] : keyColor, wanted);
+                average.dilatePixel(above[x], wanted);
+                average.dilatePixel(row[x + 1], wanted);
+                average.dilatePixel(below[x], wanted);
                 pixels[x] = average.valueOr(keyColor);
             }
         }
