@@ -6,12 +6,12 @@
 
 namespace Zel {
 
-/// a + (b - a) * t, truncated toward zero.
+/// The value `t` of the way from a to b, truncated toward zero: a for t = 0, b for t = 1.
 inline int blendChannel(int a, int b, float t) {
     return static_cast<int>(static_cast<float>(b - a) * t + static_cast<float>(a));
 }
 
-/// The value of [low, high] that is nearest to `value`; `low` when `value` is below it, whatever `high` is.
+/// `low` for a value below it, otherwise `high` for a value above it, otherwise `value`.
 inline int clampToRange(int value, int low, int high) {
     return value < low ? low : value > high ? high : value;
 }
@@ -27,7 +27,7 @@ struct Color {
     constexpr Color(std::uint8_t red, std::uint8_t green, std::uint8_t blue, std::uint8_t alpha)
         : b(blue), g(green), r(red), a(alpha) {}
 
-    /// Each channel's sum, alpha included, at most 255.
+    /// Adds each channel, alpha included. A sum above 255 becomes 255.
     Color& operator+=(Color const& other) {
         b = added(b, other.b);
         g = added(g, other.g);
@@ -36,7 +36,7 @@ struct Color {
         return *this;
     }
 
-    /// Each channel's difference, alpha included, at least 0.
+    /// Subtracts each channel, alpha included. A difference below 0 becomes 0.
     Color& operator-=(Color const& other) {
         b = subtracted(b, other.b);
         g = subtracted(g, other.g);
@@ -45,8 +45,8 @@ struct Color {
         return *this;
     }
 
-    /// Red, green and blue times `factor`, truncated; alpha stays. Meant: results wrap modulo 256, so twice
-    /// 200 is 144.
+    /// Multiplies red, green and blue, and truncates them toward zero. Meant: alpha stays, and a product that
+    /// does not fit wraps modulo 256: 200 * 2 becomes 144.
     Color& operator*=(float factor) {
         b = multiplied(b, factor);
         g = multiplied(g, factor);
@@ -68,13 +68,13 @@ private:
     }
     static std::uint8_t multiplied(std::uint8_t channel, float factor) {
         float const product = static_cast<float>(channel) * factor;
-        // Beyond 32 bits a float is a multiple of 256, which wraps to 0. NaN counts as 0, too.
+        // A float beyond 32 bits is a multiple of 256, which wraps to 0. NaN counts as 0, too.
         bool const fits = product > -2147483648.0F && product < 2147483648.0F;
         return fits ? static_cast<std::uint8_t>(static_cast<std::int32_t>(product)) : std::uint8_t{0};
     }
 };
 
-/// A colour for arithmetic. Channels are normally within 0 and 1; no range is enforced.
+/// A colour for arithmetic. Channels are normally from 0 to 1, but no range is enforced.
 class ZEL_API FColor {
 public:
     float r = 0.0F;
@@ -87,40 +87,41 @@ public:
     FColor(float red, float green, float blue, float alpha);
 
     void set(float red, float green, float blue, float alpha);
-    /// Leaves alpha as it is.
+    /// Alpha stays.
     void set(float red, float green, float blue);
 
     FColor& operator+=(FColor const& other);
     FColor& operator-=(FColor const& other);
     FColor& operator*=(FColor const& other);
     FColor& operator*=(float factor);
-    /// Meant: division leaves alpha as it is, unlike all other operations.
+    /// Meant: alpha stays, unlike in every other operation: a sum of colours can be divided by their count.
+    /// (1, 1, 1, 1) / 2 is (0.5, 0.5, 0.5, 1).
     FColor& operator/=(float divisor);
 
     FColor operator+(FColor const& other) const;
     FColor operator-(FColor const& other) const;
     FColor operator*(FColor const& other) const;
     FColor operator*(float factor) const;
-    /// Leaves alpha as it is, like /=.
+    /// Alpha stays, as with /=.
     FColor operator/(float divisor) const;
 
     /// The weighted brightness 0.30 r + 0.59 g + 0.11 b.
     float intensity() const;
 
-    /// out = a + (b - a) * t on all four channels. `out` may be `b`, but not `a`.
+    /// out = a + (b - a) * t on all four channels: a for t = 0, b for t = 1. `out` may be the object b, but
+    /// not a: it is assigned first.
     static void interpolate(FColor& out, FColor const& a, float t, FColor const& b);
 
-    /// Blends four corners on all four channels. fx goes from 0 at c00 to 1 at c10, fy from 0 at c00 to 1 at
-    /// c01.
+    /// Blends four corners on all four channels: fx from 0 to 1 leads from c00 to c10, fy from c00 to c01.
     static void bilinear(FColor& out, FColor const& c00, FColor const& c10, FColor const& c01,
                          FColor const& c11, float fx, float fy);
 
-    /// Hue in degrees from 0 to 360, saturation from 0 to 1, and value in the unit of the input. Black and
-    /// grey have hue 0.
+    /// Hue in degrees from 0 to 360, saturation from 0 to 1, and value, the largest of r, g and b. Grey and
+    /// black have hue 0 and saturation 0.
     static void rgb2hsv(float r, float g, float b, float* h, float* s, float* v);
 
-    /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue is. Meant: with any other
-    /// saturation, a hue of -60 or less or of more than 360 gives full magenta (1, 0, 1).
+    /// The inverse of rgb2hsv. A saturation of 0 gives grey, whatever the hue. Meant: otherwise a hue of -60
+    /// or less, or above 360, gives magenta (1, 0, 1).
     static void hsv2rgb(float h, float s, float v, float* r, float* g, float* b);
 };
 

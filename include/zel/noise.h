@@ -1,7 +1,8 @@
 // Functions for procedural content: gradient noise, turbulence, and the shaping curves bias and gain.
 //
-// The noise is Ken Perlin's lattice noise ("An Image Synthesizer", SIGGRAPH 1985) with gradients of a fixed
-// seed: the same values in every program, to the bit, on every platform. Any thread may call at any time.
+// The noise is Ken Perlin's lattice noise ("An Image Synthesizer", SIGGRAPH 1985), with gradients from a
+// fixed seed: the same values in every program and on every platform, to the bit. Any thread may call these
+// functions at any time; none of them throws.
 #pragma once
 
 #include <zel/api.h>
@@ -11,33 +12,35 @@ namespace Zel {
 
 /// Signed noise, from about -1 to 1: smooth, and exactly 0 where every coordinate is an integer. The pattern
 /// repeats every 256 units.
-/// Coordinates are rounded to what a float of 4096 more can hold: 1 / 2048 around 0. Meant: below -4096 they
-/// are cut off towards zero instead of downwards, and the noise jumps between cells. Where a coordinate is
-/// not finite, the result is that for an integer.
+///
+/// 4096 is added to each coordinate, in single precision, so steps around 0 are 1 / 2048 wide. Meant: the sum
+/// is truncated toward zero, so below -4096 the noise jumps between cells. A coordinate that is not finite
+/// counts as an integer.
 ZEL_API float snoise(float x);
 ZEL_API float snoise(Vector2Template<float> const& v);
 ZEL_API float snoise(Vector3Template<float> const& v);
 
-/// The same as snoise, from about 0 to 1, and 0.5 at integers.
+/// snoise * 0.5 + 0.5: from about 0 to 1, and 0.5 where every coordinate is an integer.
 ZEL_API float noise(float x);
 ZEL_API float noise(Vector2Template<float> const& v);
 ZEL_API float noise(Vector3Template<float> const& v);
 
-/// A sum of ever finer noise without its sign: abs(snoise(x * f)) / f for f = freq, freq / 2, freq / 4 and so
-/// on, down to 1. 0 where freq is below 1 or not finite.
+/// The sum of abs(snoise(x * f)) / f for f = freq, freq / 2, freq / 4 and so on, while f is at least 1:
+/// turbulence(x, 4) adds three terms, of f = 4, 2 and 1. 0 when freq is below 1 or not finite.
 ZEL_API float turbulence(float x, float freq);
 ZEL_API float turbulence(Vector3Template<float> const& v, float freq);
 
-/// The same sum with the sign of each term.
+/// The same sum of snoise(x * f) / f, each term with its sign.
 ZEL_API float sturbulence(float x, float freq);
 ZEL_API float sturbulence(Vector3Template<float> const& v, float freq);
 
-/// Bends the line from 0 to 1 so that 0.5 becomes b: a to the power of ln(b) / ln(0.5). Both arguments lie
-/// between 0 and 1; b = 0.5 returns a.
+/// a to the power of ln(b) / ln(0.5): a curve from 0 to 1 that is b at a = 0.5. Both arguments are from 0
+/// to 1. bias(a, 0.5) is a.
 ZEL_API float bias(float a, float b);
 
-/// Bends the line from 0 to 1 into an S through its middle: flat ends for b above 0.5, a flat middle for b
-/// below it; b = 0.5 returns a. Meant: 0 for a below 0.001 and 1 above 0.999, whatever b.
+/// A curve from 0 to 1 in the shape of an S, 0.5 at a = 0.5: flat at its ends for b above 0.5, flat in its
+/// middle for b below it. Both arguments are from 0 to 1. gain(a, 0.5) is a. Meant: 0 for a below 0.001 and 1
+/// for a above 0.999, whatever b is.
 ZEL_API float gain(float a, float b);
 
 } // namespace Zel

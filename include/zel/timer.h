@@ -7,57 +7,58 @@
 
 namespace Zel {
 
-/// The host refuses a clock: its counter has no frequency, or its ticks cannot be raised to one a
-/// millisecond.
+/// The host lacks a clock: its counter has no frequency, or its ticks cannot be set to 1 ms.
 class ZEL_API Exception_NoTimerHardware : public Exception {
 public:
     Exception_NoTimerHardware();
 };
 
-/// The host's time of day cannot be told as a number.
+/// The host cannot tell the time of day as a number.
 class ZEL_API Exception_SystemTimeConversionFailed : public Exception {
 public:
     Exception_SystemTimeConversionFailed();
 };
 
-/// A stopwatch in seconds: it runs from its construction, can be set to any time, and tells the time since
+/// A stopwatch in seconds. It runs from its construction on, can be set to any time, and tells the time since
 /// the previous sample.
 ///
-/// One thread uses a Timer at a time; those of MULTIMEDIA_TIME are made and destroyed by one thread at a
-/// time.
+/// One thread uses a Timer at a time. One thread at a time constructs or destroys timers of MULTIMEDIA_TIME.
 class ZEL_API Timer {
 public:
     /// The clock that a timer reads.
     enum Type : std::int32_t {
-        SYSTEM_TIME = 0,        ///< the time of day, which the host may set; steps of 1 ms on Windows
-        MULTIMEDIA_TIME = 1,    ///< milliseconds; what a timer tells starts again at 0 after 49.7 days
-        PERFORMANCE_COUNTER = 2 ///< the host's finest counter
+        SYSTEM_TIME = 0,        ///< the time of day, which jumps when it is set; steps of 1 ms on Windows
+        MULTIMEDIA_TIME = 1,    ///< milliseconds; get starts again at 0 after 2^32 of them, 49.7 days
+        PERFORMANCE_COUNTER = 2 ///< the finest counter of the host
     };
 
-    /// Starts at 0. The first timer of MULTIMEDIA_TIME raises the resolution of the host's ticks to 1 ms.
-    /// Throws Exception_NoTimerHardware where the clock is missing, and what reset throws. Meant: a timer
+    /// Starts at 0. The first timer of MULTIMEDIA_TIME sets the host's ticks to 1 ms.
+    /// Throws Exception_NoTimerHardware when the host lacks the clock, and what reset throws. Meant: a timer
     /// of MULTIMEDIA_TIME whose construction fails stays counted in sm_iRefCount.
     Timer(Type type = MULTIMEDIA_TIME);
 
-    /// Meant: a copy is not counted in sm_iRefCount, but its destruction counts down like any other's.
+    /// Meant: a copy does not count sm_iRefCount up, but its destruction counts it down.
     Timer(Timer const&) = default;
     Timer& operator=(Timer const&) = default;
 
-    /// The timer of MULTIMEDIA_TIME that counts sm_iRefCount down to exactly 0 gives the resolution back.
+    /// A timer of MULTIMEDIA_TIME counts sm_iRefCount down. At exactly 0 the host's ticks are as they were.
     virtual ~Timer();
 
     /// Seconds since the start; 0 for a type that is none of the three.
-    /// Throws Exception_SystemTimeConversionFailed for SYSTEM_TIME, as do all that follow.
+    /// A timer of SYSTEM_TIME throws Exception_SystemTimeConversionFailed when the host fails; so do sample,
+    /// set and reset.
     float get() const;
 
-    /// Seconds since the previous sample, set or reset.
+    /// Seconds since the previous sample, set or reset, whichever was last.
     float sample();
 
-    /// Moves the start so that get now returns `seconds`. A negative time has the timer start later: until
-    /// then PERFORMANCE_COUNTER tells negative times, and the other two, whose units are unsigned, tell how
-    /// far they have come towards the end of their range. For a time beyond that range the start is the
-    /// first or the last that there is. Meant: the move is computed in single precision, so get meets large
-    /// numbers only about.
+    /// Moves the start so that get now returns about `seconds`. Meant: the move is computed in single
+    /// precision, so the larger the number, the less exact. NaN counts as 0.
+    ///
+    /// A negative time moves the start into the future. Until then PERFORMANCE_COUNTER returns negative
+    /// times. The units of the other two are unsigned and wrap: after set(-5), get of MULTIMEDIA_TIME returns
+    /// 4294962.296, which is 2^32 ms less 5 s. A time out of the clock's range moves the start to the nearest
+    /// end of the range.
     void set(float seconds);
 
     /// set(0).
@@ -65,9 +66,10 @@ public:
 
     Type getType() const;
 
-    /// Units of the performance counter in a second; 0 until the first timer of PERFORMANCE_COUNTER asks.
+    /// Units of the performance counter in a second; 0 until the first timer of PERFORMANCE_COUNTER is made.
     static std::int64_t sm_iPerformanceFreq;
-    /// Constructions less destructions of timers of MULTIMEDIA_TIME; copies can take it below 0.
+    /// Timers of MULTIMEDIA_TIME: constructed ones, not counting copies, less destroyed ones. Copies can take
+    /// it below 0.
     static int sm_iRefCount;
 
 private:

@@ -19,7 +19,7 @@ using Point = Vector2Template<float>;
 
 /// `value` moved by whole sizes into [0, size).
 float wrapped(float value, float size) {
-    if (!(std::abs(value) < 16.0F * size)) // far away: the same in one step
+    if (!(std::abs(value) < 16.0F * size)) // far away, or NaN: in one step instead of many
         value = std::isfinite(value) ? std::fmod(value, size) : 0.0F;
     while (value < 0.0F)
         value += size;
@@ -28,14 +28,15 @@ float wrapped(float value, float size) {
     return value;
 }
 
-/// Two neighbours along one side of an image that repeats, and how far a sample lies between them.
+/// The two pixels beside a sample along one side of an image that repeats; the fraction leads from the first
+/// to the second.
 struct Neighbours {
     Neighbours(float position, float size, int wholeSize) {
         position = wrapped(position, size);
         first = static_cast<int>(position);
         second = static_cast<int>(position + 1.0F);
         fraction = position - static_cast<float>(first);
-        // A sum may round up to the size, or past it.
+        // `position + 1` may be rounded up to the size, or past it.
         while (first >= wholeSize)
             first -= wholeSize;
         while (second >= wholeSize)
@@ -86,7 +87,7 @@ public:
     Edge(Point const& upper, Point const& lower) {
         float const height = lower.y - upper.y;
         m_slope = height != 0.0F ? (lower.x - upper.x) / height : 0.0F;
-        // A scanline is crossed at its lower border, the first one too.
+        // Each scanline is crossed at its lower border, even the first, in which the edge begins.
         m_x = upper.x + m_slope * (1.0F - (upper.y - std::trunc(upper.y)));
     }
 
@@ -130,7 +131,7 @@ public:
 private:
     static bool isAbove(Point const& a, Point const& b) { return a.y < b.y; }
 
-    /// Twice the signed area; positive when b is to the right of c, seen from a on top.
+    /// Twice the signed area: positive when b lies right of c, as seen with a on top.
     static double cross(Point const& a, Point const& b, Point const& c) {
         auto const across = [](Point const& from, Point const& to) {
             return double{to.x} - double{from.x};

@@ -1,4 +1,4 @@
-// A file read on from its present position, a few bytes at a time, but asked for in blocks.
+// Reads a file from its present position on, a few bytes at a time. The file itself is read in large blocks.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace Zel {
 
 class BlockReader {
 public:
-    /// The file must outlive this reader; its own position runs ahead.
+    /// The file must outlive this reader. Its position is that of the end of the last block.
     explicit BlockReader(File& file) : m_file(file) {}
 
     /// Throws FileException_ReadError at the end of the file.
@@ -20,7 +20,7 @@ public:
         return m_block[m_next++];
     }
 
-    /// Reads `count` bytes; throws like readByte.
+    /// Reads `count` bytes. Throws as readByte does.
     void read(unsigned char* to, std::size_t count) {
         while (count > 0) {
             if (m_next == m_block.size())

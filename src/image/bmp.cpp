@@ -16,8 +16,8 @@
 //       46     8  colours used and important   0, ignored
 //
 // All numbers have the low byte first. The pixels go from the bottom row to the top one, blue, green, red.
-// Meant: rows follow each other without padding, unlike in other BMP files; what pads the pixels to a
-// multiple of four bytes comes after the last row.
+// Meant: rows follow each other without padding, unlike in other BMP files. Padding to a multiple of four
+// bytes comes once, after the last row.
 
 #include "image/bmp.h"
 
@@ -35,7 +35,7 @@ namespace {
 constexpr std::size_t kHeaderSize = 54;
 using Header = std::array<unsigned char, kHeaderSize>;
 
-/// The file ends this many bytes after the pixels would if they had no header: meant, and most of it zeros.
+/// A file has this many bytes beside its pixels. Meant: all but the header are zeros after the pixels.
 constexpr std::size_t kExtraSize = 4096;
 
 constexpr std::uint32_t kPixelsPerMetre = 4619;

@@ -8,8 +8,8 @@
 
 namespace Zel {
 
-/// The pixels of an image of that size; none when a side is 0 or below. Throws
-/// ImageException_IllegalDimensions, naming the file, when a signed 32-bit number cannot count them.
+/// The number of pixels of an image of this size: 0 when a side is 0 or below. Throws
+/// ImageException_IllegalDimensions, which names the file, when it is above 2^31 - 1.
 inline std::size_t pixelCount(int width, int height, char const* fileName = "") {
     if (width <= 0 || height <= 0)
         return 0;

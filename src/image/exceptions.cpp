@@ -9,7 +9,7 @@ ImageException_IllegalDimensions::ImageException_IllegalDimensions(char const* f
     setError("Image \"%s\" has illegal dimensions %dx%d", fileName, width, height);
 }
 
-// The kinds of failure whose message names the file, each with its message.
+// The exceptions whose message names the file and nothing else.
 #define ZEL_DEFINE_EXCEPTION(Name, message) \
     Name::Name(char const* fileName) { setError(message, fileName); }
 

@@ -1,4 +1,4 @@
-// The rows of pixels in a file, moved in large blocks: a call of File for each row would cost more than the
+// Reads and writes rows of pixels in large blocks: a call of File for each row would take longer than the
 // pixels.
 #pragma once
 
@@ -9,15 +9,15 @@
 
 namespace Zel {
 
-/// Whole rows that make a large block: one at least, all together at most.
+/// How many whole rows make a large block: at least one, at most all.
 inline int rowsInBlock(std::size_t rowSize, int rows) {
     constexpr std::size_t kBlockSize = 65536;
     std::size_t const fitting = std::max<std::size_t>(kBlockSize / rowSize, 1);
     return static_cast<int>(std::min(fitting, static_cast<std::size_t>(rows)));
 }
 
-/// Reads rows of at least one byte, and calls `take` with the number and the bytes of each. Throws as
-/// File::read does.
+/// Reads rows of `rowSize` bytes, at least one, and calls `take` with the number and the bytes of each row.
+/// Throws as File::read does.
 template <class Take>
 void readRows(File& file, std::size_t rowSize, int rows, Take take) {
     int const most = rowsInBlock(rowSize, rows);
@@ -30,7 +30,8 @@ void readRows(File& file, std::size_t rowSize, int rows, Take take) {
     }
 }
 
-/// Writes rows of at least one byte, which `fill` puts where it is told. Throws as File::write does.
+/// Writes rows of `rowSize` bytes, at least one. `fill` gets the number of each row, and where to put its
+/// bytes. Throws as File::write does.
 template <class Fill>
 void writeRows(File& file, std::size_t rowSize, int rows, Fill fill) {
     int const most = rowsInBlock(rowSize, rows);

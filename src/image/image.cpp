@@ -9,7 +9,7 @@
 namespace Zel {
 namespace {
 
-/// `resize` takes memory for this many times the pixels.
+/// `resize` allocates this many times the pixels.
 constexpr std::size_t kResizeFactor = 4;
 
 } // namespace
@@ -43,7 +43,7 @@ void Image::initializeMembers() {
     m_data.reset();
 }
 
-/// Without memory, the image stays empty.
+/// When memory runs out, the image is empty.
 void Image::allocate(int width, int height, std::size_t factor) {
     std::size_t const pixels = pixelCount(width, height);
     initializeMembers();

@@ -8,7 +8,7 @@
 
 namespace Zel {
 
-/// Meant: the name goes to the host as it stands. Neither archives nor the data directory are asked.
+/// Meant: the name goes to the host as it is. Archives and the data directory are not searched.
 void JPEGLoader::load(Image& image, std::string const& fileName) {
     platform::JpegPicture picture;
     switch (platform::decodeJpeg(fileName, picture)) {
@@ -27,7 +27,8 @@ void JPEGLoader::load(Image& image, std::string const& fileName) {
     if (pixels == 0)
         return;
     if (picture.isGrey) {
-        // Meant: every grey value goes to the first pixel, where the last one stays; the rest stays black.
+        // Meant: every grey value is written to the first pixel, so it keeps the last one. The others stay
+        // black.
         unsigned char const grey = picture.bytes[pixels - 1];
         image[0] = Color(grey, grey, grey, 255);
     } else {

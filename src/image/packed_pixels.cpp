@@ -16,7 +16,7 @@ static_assert(std::endian::native == std::endian::little && sizeof(Color) == 4);
 
 constexpr std::uint32_t kOpaque = 0xFF000000U;
 
-/// A number that stands somewhere in memory.
+/// The number in the bytes at `place`, which need not be aligned.
 template <class Number>
 Number numberAt(void const* place) {
     Number number;
@@ -31,7 +31,7 @@ void putNumber(void* place, Number number) {
 
 std::uint64_t joined(std::uint32_t low, std::uint32_t high) { return low | std::uint64_t{high} << 32; }
 
-/// Four pixels: twelve bytes become sixteen. All are read before any is written.
+/// Unpacks four pixels: twelve bytes become sixteen. All are read before any is written.
 void unpackFour(unsigned char const* packed, Color* pixels) {
     auto const a = numberAt<std::uint32_t>(packed);
     auto const b = numberAt<std::uint32_t>(packed + 4);
@@ -40,7 +40,7 @@ void unpackFour(unsigned char const* packed, Color* pixels) {
     putNumber(pixels + 2, joined(b >> 16 | c << 16 | kOpaque, c >> 8 | kOpaque));
 }
 
-/// Four pixels: sixteen bytes become twelve.
+/// Packs four pixels: sixteen bytes become twelve.
 void packFour(Color const* pixels, unsigned char* packed) {
     constexpr std::uint64_t kColor = 0x00FFFFFF;
     auto const ab = numberAt<std::uint64_t>(pixels);

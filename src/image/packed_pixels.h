@@ -37,8 +37,8 @@ inline void packPixels(Color const* pixels, std::size_t count, unsigned char* pa
 
 } // namespace scalar
 
-/// The bytes of all pixels, packed for a file that has `extra` bytes beside them. Throws
-/// FileException_WriteError when no file can hold all that.
+/// The size of all pixels of an image, packed, in bytes. Throws FileException_WriteError when a file cannot
+/// hold them and `extra` bytes more: its size is at most 2^31 - 1.
 std::size_t packedSize(Image const& image, std::size_t extra, std::string const& fileName);
 
 } // namespace Zel

@@ -16,7 +16,7 @@ public:
     static constexpr std::size_t kMostPixels = 128; ///< in one packet
     static constexpr std::size_t kWidestPixel = 16; ///< in bytes
 
-    /// The file must outlive this reader; its own position runs ahead.
+    /// The file must outlive this reader. It is read in large blocks, ahead of the packets.
     PacketReader(File& file, std::size_t bytesPerPixel) : m_reader(file), m_bytesPerPixel(bytesPerPixel) {}
 
     /// A part of a packet.

@@ -35,17 +35,18 @@ constexpr std::size_t kPaletteSize = 768;
 constexpr int kRunCode = 0xC0; ///< a byte from here on is the length of a run
 constexpr int kLongestRun = 63;
 
-/// No file can hold more pixels than this for each of its bytes: a run of two bytes has at most 63.
+/// A file has fewer pixels than this for each of its bytes: a run of two bytes has at most 63.
 constexpr std::size_t kPixelsPerByte = 64;
 
-/// `Image::resize` takes room for this many times the pixels. Lines longer than the width use some of it.
+/// `Image::resize` allocates this many times the pixels. Lines longer than the width use the room behind
+/// them.
 constexpr std::size_t kRoomFactor = 4;
 
 class PCXFile {
 public:
     explicit PCXFile(std::string const& name) : m_name(name), m_file(name) {}
 
-    /// The checks in their order, each as far as the bytes are there.
+    /// The checks in their order. Of a file that is too short, the bytes that are there are checked first.
     void check() const {
         if (size() < 1 || byte(0) != 10)
             throw PCXLoaderException_NotPCXFile(m_name.c_str());
@@ -91,10 +92,10 @@ private:
     std::size_t m_position = kHeaderSize;
 };
 
-/// Writes pixels one behind the other, as far as there is room.
+/// Writes pixels one after another. Those beyond the room are dropped.
 class PixelWriter {
 public:
-    /// `expected` pixels come at least, unless reading them fails.
+    /// At least `expected` pixels will be written, unless reading fails.
     PixelWriter(Color* pixels, std::size_t room, std::size_t expected)
         : m_next(pixels), m_end(pixels + room), m_endOfBlocks(pixels + std::min(room, expected)) {}
 
@@ -110,7 +111,7 @@ public:
             m_next = std::fill_n(m_next, std::min<std::ptrdiff_t>(count, m_end - m_next), color);
             return;
         }
-        // In whole blocks, which is faster; the pixels after this run will be written yet.
+        // In whole blocks, which is faster. They write past the run, where later pixels will be written.
         for (int i = 0; i < count; i += static_cast<int>(block.size()))
             std::copy(block.begin(), block.end(), m_next + i);
         m_next += count;
@@ -122,8 +123,8 @@ private:
     Color* m_endOfBlocks;
 };
 
-/// Meant: each row takes bytes-per-line pixels, not width of them, and a run that passes the end of a line is
-/// written whole; so whatever a line has too many shifts the rows after it.
+/// Meant: each row takes bytes-per-line pixels instead of `width`, and a run that passes the end of a line is
+/// written whole. So pixels that a line has too many shift the rows after it.
 void decode(PCXFile& file, Color* pixels, std::size_t room) {
     std::array<Color, 256> const palette = file.palette();
     int const bytesPerLine = std::max(file.bytesPerLine(), 0);

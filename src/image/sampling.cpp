@@ -10,12 +10,13 @@
 namespace Zel {
 namespace {
 
-/// A position along one side, taken apart. No number counts as 0, and what 32 bits cannot hold as the nearest
-/// that they can, without a fraction where it is infinite.
+/// A position along one side: the whole number below it, and the fraction above that. NaN counts as 0. A
+/// whole number that 32 bits cannot hold becomes the nearest that they can. An infinite position has no
+/// fraction.
 struct Position {
     explicit Position(float position) {
         constexpr float kSurelyFits = 1.0e9F;
-        if (position > -kSurelyFits && position < kSurelyFits) { // the same without calls of the C library
+        if (position > -kSurelyFits && position < kSurelyFits) { // the same, without the C library
             auto const toZero = static_cast<std::int32_t>(position);
             whole = static_cast<float>(toZero) > position ? toZero - 1 : toZero;
             fraction = position - static_cast<float>(whole);
@@ -34,8 +35,7 @@ int clamped(std::int64_t value, int size) {
     return value < 0 ? 0 : value >= size ? size - 1 : static_cast<int>(value);
 }
 
-/// The pixel nearest to a position along one side; no number counts as 0. In double precision the sum is
-/// exact.
+/// The pixel nearest to a position along one side. NaN counts as 0. In double precision the sum is exact.
 int nearest(float position, int size) {
     double const sum = static_cast<double>(position) + 0.5;
     return static_cast<int>(std::min(std::max(0.0, sum), static_cast<double>(size - 1)));

@@ -23,7 +23,7 @@ enum class PixelKind { Grey, Indexed, Direct16, Direct24, Direct32 };
 constexpr std::size_t kRoomPerPixel = 4 * sizeof(Color);
 static_assert(kRoomPerPixel <= PacketReader::kWidestPixel);
 
-/// So many pixels are no danger, even when the file has no bytes for them.
+/// So many pixels are loaded even when the file has no bytes for them.
 constexpr std::size_t kAlwaysFits = 1 << 20;
 
 std::uint8_t expandFiveBits(int value) { return static_cast<std::uint8_t>(value << 3 | value >> 2); }
@@ -108,13 +108,13 @@ std::size_t fewestBytes(TgaHeader const& header) {
     std::size_t const fewestPackets = pixels / PacketReader::kMostPixels;
     if (header.isEncoded())
         return fewestPackets * (1 + header.bytesPerPixel());
-    if (header.bytesPerPixel() == 0) // none, but then a header alone could ask for any memory
+    if (header.bytesPerPixel() == 0) // none; but a file of a header alone must not get any memory it asks for
         return pixels <= kAlwaysFits ? 0 : fewestPackets;
     return pixels * header.bytesPerPixel();
 }
 
-/// Ends, before memory is taken, what reading would end later: the file is too short for its pixels, or they
-/// are too wide for their room.
+/// Throws, before memory is allocated, what reading would throw later: when the file is too short for its
+/// pixels, or they are too wide for their room.
 void refuseImpossibleSize(TgaHeader const& header, File const& file) {
     char const* const fileName = file.getFilename().c_str();
     auto const left = static_cast<std::size_t>(std::max(file.getSize() - file.getPosition(), 0));
@@ -127,8 +127,8 @@ void refuseImpossibleSize(TgaHeader const& header, File const& file) {
     throw FileException_ReadError(fileName);
 }
 
-/// The colours of the indices; opaque black where there is no entry. Meant: entries are opaque, whatever
-/// alpha they have.
+/// The colour of each index: opaque black when the file has no entry for it. Meant: entries are opaque,
+/// whatever alpha is stored.
 Palette readColormap(TgaHeader const& header, File& file) {
     checkColormap(header, file.getFilename().c_str());
     Palette palette{};
@@ -193,8 +193,9 @@ void readPixels(TgaHeader const& header, PixelKind kind, Palette const& palette,
     }
 }
 
-/// Indices of another depth than 8. Meant: the packed rows stand in the memory of the pixels, three bytes of
-/// each pixel become four, and then the first bytes there are taken for the indices.
+/// Indices of another depth than 8. Meant: the packed rows are read into the memory of the pixels; if they
+/// have three bytes a pixel, these become four-byte pixels; then the first bytes of the memory are the
+/// indices.
 void readIndicesInPlace(TgaHeader const& header, Palette const& palette, File& file, Color* pixels) {
     auto* const packed = reinterpret_cast<unsigned char*>(pixels);
     PacketReader packets(file, header.bytesPerPixel());
@@ -208,7 +209,7 @@ void readIndicesInPlace(TgaHeader const& header, Palette const& palette, File& f
     }
     if (header.bytesPerPixel() == kPackedPixelSize)
         unpackPixels(packed, header.pixels(), pixels);
-    // From the last one backwards, no index is overwritten before it was read.
+    // Backwards, as a pixel overwrites the indices behind its own.
     for (std::size_t i = header.pixels(); i-- > 0;)
         pixels[i] = palette[packed[i]];
 }

@@ -6,7 +6,8 @@
 
 namespace Zel {
 
-/// The value without its fraction; the nearest 32-bit number when it is none itself, and 0 for no number.
+/// The value truncated toward zero. What 32 bits cannot hold becomes the nearest number that they can; NaN
+/// becomes 0.
 inline std::int32_t truncated(float value) {
     if (value >= 0x1p31F)
         return std::numeric_limits<std::int32_t>::max();

@@ -13,8 +13,8 @@ using Vector3 = Vector3Template<float>;
 
 constexpr int kCells = 256; ///< after so many along a coordinate, the lattice repeats
 
-/// The generator that the values are defined by. It is not the C library's: hosts differ in theirs, and the
-/// caller's sequence is not ours to disturb.
+/// The random numbers that define the noise. The C library's would differ between hosts, and drawing them
+/// would disturb the caller's sequence.
 class Random {
 public:
     constexpr int draw() {
@@ -22,14 +22,14 @@ public:
         return static_cast<int>(m_state >> 16 & 0x7FFF);
     }
 
-    /// From -1 up to, but not including, 1 in steps of 1 / 256.
+    /// A number from -1 to 1, without 1 itself, in steps of 1 / 256.
     constexpr float component() { return static_cast<float>(draw() % (kCells + kCells) - kCells) / kCells; }
 
 private:
     std::uint32_t m_state = 0x0BADBEEF;
 };
 
-/// The square root of a number around 1 to the nearest float: the standard function is not for constants.
+/// The square root of a number around 1, rounded to the nearest float. std::sqrt is not constexpr.
 constexpr float squareRoot(float value) {
     auto const square = static_cast<double>(value);
     double root = 1.0;
@@ -61,7 +61,7 @@ struct Tables {
     }
 
 private:
-    // No vector that this seed gives is of length 0.
+    // With this seed no vector has length 0.
     constexpr void draw(std::size_t i, Random& random) {
         permutation[i] = static_cast<std::uint32_t>(i);
         gradient1[i] = random.component();
@@ -88,6 +88,6 @@ private:
     }
 };
 
-inline constexpr Tables kTables; // made by the compiler: no first call has to build them
+inline constexpr Tables kTables; // computed by the compiler, so no first call has to
 
 } // namespace Zel::lattice

@@ -1,5 +1,5 @@
-// The shaping curves. Powers and logarithms are taken in double precision: where hosts differ in the last bit
-// of a double, rounding to single precision hides it.
+// The shaping curves. Powers and logarithms are computed in double precision: hosts differ in the last bit of
+// a double, and rounding to single precision hides it.
 
 #include <zel/noise.h>
 
@@ -8,7 +8,7 @@
 namespace Zel {
 namespace {
 
-/// The exponent that takes 0.5 to `value`.
+/// The exponent e for which 0.5 to the power of e is `value`.
 double exponentFor(double value) { return std::log(value) / std::log(0.5); }
 
 } // namespace

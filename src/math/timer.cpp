@@ -1,5 +1,5 @@
-// Timers. A start mark and the clock that it is compared with wrap alike, so that only their difference
-// counts.
+// Timers. A start mark has the units and the width of its clock, so both wrap alike, and their difference is
+// right even after a wrap.
 
 #include <zel/timer.h>
 
@@ -19,8 +19,8 @@ std::uint64_t systemTime() {
     return time;
 }
 
-/// The start mark that lies so many units, without their fraction, before `now`. What is not a number counts
-/// as none; for more units than the type can hold, the mark is the first or the last that it can.
+/// The start mark that lies `units`, truncated, before `now`. NaN counts as 0. For more units than the type
+/// can hold, the mark is the smallest or the largest number of the type.
 template <class Mark>
 Mark markBefore(Mark now, float units) {
     using Limits = std::numeric_limits<Mark>;
@@ -31,7 +31,7 @@ Mark markBefore(Mark now, float units) {
         return Limits::min();
     if (units <= -range)
         return Limits::max();
-    using Bits = std::make_unsigned_t<Mark>; // which wrap as the clock does
+    using Bits = std::make_unsigned_t<Mark>; // wraps as the clock does
     auto const distance = static_cast<Bits>(std::fabs(units));
     return static_cast<Mark>(units < 0 ? static_cast<Bits>(now) + distance
                                        : static_cast<Bits>(now) - distance);
@@ -39,7 +39,7 @@ Mark markBefore(Mark now, float units) {
 
 std::int64_t counter() { return static_cast<std::int64_t>(platform::performanceCounter()); }
 
-/// The largest number when the mark is so long ago that there is no such difference.
+/// The counter less `mark`; the largest number when the difference does not fit.
 std::int64_t counterSince(std::int64_t mark) {
     std::int64_t elapsed = 0;
     bool const overflows = __builtin_sub_overflow(counter(), mark, &elapsed);
@@ -84,7 +84,7 @@ float Timer::get() const {
     case SYSTEM_TIME:
         return static_cast<float>(static_cast<double>(systemTime() - m_systemStart) / 10'000'000.0);
     case MULTIMEDIA_TIME:
-        // Of every 32-bit number this is the same float as of dividing by 1000, sooner.
+        // Faster than dividing by 1000, and the same float for every 32-bit number.
         return static_cast<float>((platform::milliseconds() - m_multimediaStart) * 0.001);
     case PERFORMANCE_COUNTER:
         return static_cast<float>(static_cast<double>(counterSince(m_counterStart)) /
@@ -112,7 +112,7 @@ void Timer::set(float seconds) {
         m_counterStart = markBefore(counter(), static_cast<float>(sm_iPerformanceFreq) * seconds);
         break;
     }
-    get(); // Meant: a clock that fails now leaves the last sample as it was.
+    get(); // Meant: when the clock fails here, the last sample stays.
     m_lastSample = seconds;
 }
 
