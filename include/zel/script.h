@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 #include <zel/api.h>
@@ -62,6 +63,25 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocesso
 /// and the files that it includes would pass 64 MiB and 256 times their bytes, each file counted once.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
                       int line);
+
+/// A place in the text of a script.
+struct ScriptPlace {
+    std::string file; ///< as the constructor of Script, or the #include, names it
+    int line = 0;     ///< from 1; 0 when the message names the file alone
+};
+
+/// The place that the message of an exception names. The exceptions above that the constructor of Script
+/// throws name one; the line is 0 for ScriptException_UnexpectedEndOfFile and _BracketCountMismatch. Finds
+/// none in any other exception, those of queries included, and in a message of 1023 characters, which may
+/// have been cut off.
+///
+///     catch (Zel::Exception const& error) {
+///         if (auto const place = Zel::findScriptPlace(error))
+///             showInEditor(place->file, place->line);
+///     }
+///
+/// Needs the exception as it was thrown: a copy in an Exception has lost its class, and its place with it.
+ZEL_API std::optional<ScriptPlace> findScriptPlace(Exception const& exception);
 
 /// A parsed script: a tree of blocks below an implicit block "ROOT", read through a cursor, the current
 /// block. Every query looks at the current block alone: `lock` enters a child, `unlock` goes back to the

@@ -24,7 +24,7 @@ class IncludeSearch {
 public:
     explicit IncludeSearch(std::string const& script) { push(script); }
 
-    std::optional<IncludePlace> run();
+    std::optional<Zel::ScriptPlace> run();
 
 private:
     struct Source {
@@ -142,7 +142,7 @@ std::optional<std::string> IncludeSearch::readDirective() {
     return std::string(name);
 }
 
-std::optional<IncludePlace> IncludeSearch::run() {
+std::optional<Zel::ScriptPlace> IncludeSearch::run() {
     for (popFinished(); !m_sources.empty(); popFinished()) {
         if (peek() == '"') {
             skipLiteral();
@@ -152,7 +152,7 @@ std::optional<IncludePlace> IncludeSearch::run() {
             if (!skipBlockComment())
                 return std::nullopt;
         } else if (peek() == '#') {
-            IncludePlace const place{m_sources.back().name, m_sources.back().line};
+            Zel::ScriptPlace const place{m_sources.back().name, m_sources.back().line};
             auto const included = readDirective();
             if (included && !push(*included))
                 return place;
@@ -165,7 +165,7 @@ std::optional<IncludePlace> IncludeSearch::run() {
 
 } // namespace
 
-std::optional<IncludePlace> findFailedInclude(std::string const& script) {
+std::optional<Zel::ScriptPlace> findFailedInclude(std::string const& script) {
     return IncludeSearch(script).run();
 }
 

@@ -3,17 +3,13 @@
 
 #include <optional>
 #include <string>
+#include <zel/script.h>
 
 namespace zel {
-
-struct IncludePlace {
-    std::string file;
-    int line = 0;
-};
 
 /// The first #include, in the order in which the library reads a script and what it includes, that cannot be
 /// read. Nothing when all can, or when the script itself cannot. The script must be one that is in order up
 /// to there.
-std::optional<IncludePlace> findFailedInclude(std::string const& script);
+std::optional<Zel::ScriptPlace> findFailedInclude(std::string const& script);
 
 } // namespace zel

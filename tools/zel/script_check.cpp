@@ -1,7 +1,6 @@
 // zel script check
 
 #include "commands.h"
-#include "diagnostic.h"
 #include "include_search.h"
 #include "script_commands.h"
 #include "script_environment.h"
@@ -51,19 +50,15 @@ int lastLine(std::string const& name) {
 }
 
 /// Where a script is wrong, with what the exception leaves open.
-Diagnostic diagnose(std::string const& script, Zel::Exception const& exception) {
-    Diagnostic diagnostic = diagnosticOf(exception);
-    if (dynamic_cast<Zel::FileException const*>(&exception) != nullptr) { // names what is included, not where
-        auto const place = findFailedInclude(script);
-        diagnostic.file = place ? place->file : script;
-        diagnostic.line = place ? place->line : 1;
-    } else if (diagnostic.file.empty()) {
-        diagnostic.file = script;
-        diagnostic.line = 1;
-    } else if (diagnostic.line == 0) {
-        diagnostic.line = lastLine(diagnostic.file);
-    }
-    return diagnostic;
+Zel::ScriptPlace placeOf(Zel::Exception const& exception, std::string const& script) {
+    // The exceptions of files name the file that is included, and not where.
+    bool const isFailedFile = dynamic_cast<Zel::FileException const*>(&exception) != nullptr;
+    auto place = isFailedFile ? findFailedInclude(script) : Zel::findScriptPlace(exception);
+    if (!place)
+        return {script, 1};
+    if (place->line == 0)
+        place->line = lastLine(place->file);
+    return *place;
 }
 
 ExitCode check(std::string const& file, ScriptEnvironment& environment, Console const& console) {
@@ -73,9 +68,9 @@ ExitCode check(std::string const& file, ScriptEnvironment& environment, Console 
             Zel::Script const script(file);
             return kSuccess;
         } catch (Zel::Exception const& exception) {
-            auto const [place, line, message] = diagnose(file, exception);
-            console.out << printableLine(environment.hostPath(place)) << ':' << line << ": "
-                        << printableLine(message) << '\n';
+            Zel::ScriptPlace const place = placeOf(exception, file);
+            console.out << printableLine(environment.hostPath(place.file)) << ':' << place.line << ": "
+                        << printableLine(exception.getError()) << '\n';
             return kFinding;
         }
     } catch (Zel::Exception const& exception) {
