@@ -10,8 +10,9 @@
 namespace Zel {
 namespace {
 
+/// The block itself, without its children.
 template <class Block>
-void dumpHead(Block const& block, std::string const& indent) {
+void dumpBlock(Block const& block, std::string const& indent) {
     verbose("%s[%s]\n", indent.c_str(), block.name.c_str());
     for (auto const* variable = block.firstVariable; variable != nullptr; variable = variable->next)
         verbose("%s%s = %s (type %d)\n", indent.c_str(), std::string(variable->name()).c_str(),
@@ -20,7 +21,8 @@ void dumpHead(Block const& block, std::string const& indent) {
 
 } // namespace
 
-/// Walks on a stack of its own: blocks may be nested deeper than calls.
+/// Keeps the open blocks in a list of its own: blocks may be nested deeper than functions can call
+/// themselves.
 void Script::dump() {
     struct Visit {
         Block const* block;
@@ -33,7 +35,7 @@ void Script::dump() {
         if (visit.nextChild < visit.block->children.size()) {
             Block const* const child = visit.block->children[visit.nextChild++];
             indent.resize(2 * (visits.size() - 1), ' ');
-            dumpHead(*child, indent);
+            dumpBlock(*child, indent);
             visits.push_back({child});
         } else {
             visits.pop_back();

@@ -29,9 +29,9 @@ std::unique_ptr<Script::Tree> Script::Parser::parse() {
 }
 
 void Script::Parser::parseText() {
-    while (auto const character = peekCharacter()) {
+    while (auto const character = peekChar()) {
         if (*character == '[')
-            parseTopLevelBlock();
+            parseBlock();
         else if (isBlank(*character))
             m_source.advance();
         else
@@ -42,7 +42,7 @@ void Script::Parser::parseText() {
 }
 
 /// The next character that is no line break: those never count, not even inside quotes.
-std::optional<char> Script::Parser::peekCharacter() {
+std::optional<char> Script::Parser::peekChar() {
     std::optional<char> character = m_source.peek();
     while (character && (*character == '\r' || *character == '\n')) {
         m_source.advance();
@@ -51,8 +51,8 @@ std::optional<char> Script::Parser::peekCharacter() {
     return character;
 }
 
-char Script::Parser::readCharacter() {
-    auto const character = peekCharacter();
+char Script::Parser::readChar() {
+    auto const character = peekChar();
     if (!character)
         throw ScriptException_UnexpectedEndOfFile(m_source.getFileName().c_str());
     m_source.advance();
@@ -63,10 +63,12 @@ void Script::Parser::throwSyntaxError() const {
     throw ScriptException_SyntaxError(m_source.getFileName().c_str(), m_source.getLine());
 }
 
-void Script::Parser::parseTopLevelBlock() {
+/// One block of ROOT with all blocks inside it. m_levels holds the open ones: a function that calls itself
+/// for each would overflow the call stack where blocks are nested deep enough.
+void Script::Parser::parseBlock() {
     openBlock(m_tree->blocks.front());
     while (!m_levels.empty()) {
-        if (auto const character = peekCharacter())
+        if (auto const character = peekChar())
             handleCharacter(*character);
         else if (m_levels.back().expectingName)
             leaveBlock();
@@ -88,9 +90,9 @@ void Script::Parser::leaveBlock() {
 
 /// The name between brackets; no blanks are allowed there.
 void Script::Parser::readHeader() {
-    readCharacter(); // the bracket that the caller has seen
+    readChar(); // the bracket that the caller has seen
     m_header.clear();
-    for (char character = readCharacter(); character != ']'; character = readCharacter()) {
+    for (char character = readChar(); character != ']'; character = readChar()) {
         if (!isOfKind(character, kWord))
             throwSyntaxError();
         m_header += character;
@@ -220,7 +222,7 @@ void Script::Parser::addVariable(Level& level) {
 ScriptValue Script::Parser::typedValue(std::pmr::string const& name) {
     if (m_value.starts_with('"')) {
         m_tree->budget.hold(m_value.size());
-        return &m_tree->strings.emplace_back(decodeEscapes(std::string_view(m_value).substr(1)));
+        return &m_tree->strings.emplace_back(processEscapes(std::string_view(m_value).substr(1)));
     }
     auto const value = parseValue(m_value);
     if (!value)

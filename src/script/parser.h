@@ -33,12 +33,12 @@ private:
         bool hasBraces = false;
     };
 
-    std::optional<char> peekCharacter();
-    char readCharacter();
+    std::optional<char> peekChar();
+    char readChar();
     [[noreturn]] void throwSyntaxError() const;
 
     void parseText();
-    void parseTopLevelBlock();
+    void parseBlock();
     void openBlock(Block& parent);
     void leaveBlock();
     void readHeader();

@@ -77,6 +77,7 @@ ScriptPreprocessor::NamedSource const& ScriptPreprocessor::sourceOf(std::string 
     return *m_names.emplace(name, &source->second).first;
 }
 
+/// Reading goes on in that file, whose text sourceOf has read.
 void ScriptPreprocessor::pushFile(NamedSource const& source) {
     m_frames.push_back({&source.first, source.second->text, 0, 1, m_chain.size()});
     m_chain.push_back(source.second);
@@ -266,9 +267,9 @@ void ScriptPreprocessor::handleDirective() {
     if (keyword == "include")
         include(directive);
     else if (keyword == "define")
-        define(directive);
+        defineMacro(directive);
     else if (keyword == "undef")
-        undefine(directive);
+        undefineMacro(directive);
     else
         throw ScriptPreprocessorException_UnknownDirective(keyword.c_str(), reported.name->c_str(),
                                                            lineOf(reported.line));
@@ -306,14 +307,14 @@ void ScriptPreprocessor::leaveChainBelow(std::size_t depth) {
 }
 
 /// The replacement is one word; what follows it is ignored.
-void ScriptPreprocessor::define(Directive const& directive) {
+void ScriptPreprocessor::defineMacro(Directive const& directive) {
     requireWords(directive, 3);
     if (!m_macros.emplace(directive.words[1], directive.words[2]).second)
         throw ScriptPreprocessorException_AlreadyDefined(
             directive.words[1].c_str(), directive.reported.name->c_str(), lineOf(directive.reported.line));
 }
 
-void ScriptPreprocessor::undefine(Directive const& directive) {
+void ScriptPreprocessor::undefineMacro(Directive const& directive) {
     requireWords(directive, 2);
     m_macros.erase(directive.words[1]);
 }
@@ -374,21 +375,23 @@ std::uint32_t ScriptPreprocessor::numberAt(std::size_t position) const {
     return value;
 }
 
-std::optional<char> ScriptPreprocessor::peekBehindRecords() {
-    while (m_readPosition < m_output.size()) {
-        char const character = m_output[m_readPosition];
+/// The character at the position, which moves past the records before it. They are read once: what they tell
+/// holds until the next ones.
+std::optional<char> ScriptPreprocessor::decodeAt(std::size_t& position) {
+    while (position < m_output.size()) {
+        char const character = m_output[position];
         if (character != kMarker)
             return character;
-        char const record = m_output[m_readPosition + 1];
+        char const record = m_output[position + 1];
         if (record == kMarker)
             return kMarker;
-        std::uint32_t const number = numberAt(m_readPosition + 2);
-        m_readPosition += 6;
+        std::uint32_t const number = numberAt(position + 2);
+        position += 6;
         if (record == 'L') {
             m_currentLine = static_cast<int>(number);
         } else {
-            m_currentFileName.assign(m_output, m_readPosition, number);
-            m_readPosition += number;
+            m_currentFileName.assign(m_output, position, number);
+            position += number;
         }
     }
     return std::nullopt;

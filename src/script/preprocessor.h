@@ -38,7 +38,7 @@ public:
     std::optional<char> peek() {
         if (m_readPosition < m_output.size() && m_output[m_readPosition] != kMarker)
             return m_output[m_readPosition];
-        return peekBehindRecords();
+        return decodeAt(m_readPosition);
     }
 
     /// Goes past the character that peek has shown.
@@ -77,6 +77,7 @@ private:
         std::size_t depth; // index into m_chain
     };
 
+    /// The line and the name of the file being read: every message needs both.
     struct Place {
         std::uint64_t line;
         std::string const* name;
@@ -113,13 +114,14 @@ private:
     void handleDirective();
     void include(Directive const& directive);
     void leaveChainBelow(std::size_t depth);
-    void define(Directive const& directive);
-    void undefine(Directive const& directive);
+    void defineMacro(Directive const& directive);
+    void undefineMacro(Directive const& directive);
     void requireWords(Directive const& directive, std::size_t count) const;
 
-    std::optional<char> peekBehindRecords();
+    std::optional<char> decodeAt(std::size_t& position);
     std::uint32_t numberAt(std::size_t position) const;
 
+    // An object expands one script, so all of these start empty and none is ever reset.
     Budget& m_budget;
     std::map<std::string, Source> m_sources; // by resolved name
     std::map<std::string, Source*> m_names;  // by every name that was given

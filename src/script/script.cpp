@@ -26,6 +26,8 @@ static_assert(
 static_assert(
     std::is_same_v<std::variant_alternative_t<Script::TYPE_INTERVAL, ScriptValue>, IntervalTemplate<float>>);
 
+// Each constructor gives every member its value at once, so no member needs a default before.
+
 Script::Script(std::string const& fileName)
     : m_fileName(fileName), m_tree(Parser(fileName).parse().release()), m_current(&m_tree->blocks.front()) {
     ++m_tree->scripts;
@@ -44,6 +46,8 @@ Script& Script::operator=(Script const& other) {
     return *this;
 }
 
+/// The last script that shares the tree frees it. The tree's containers hold all blocks side by side, so
+/// nothing is freed block by block.
 Script::~Script() {
     if (--m_tree->scripts == 0)
         delete m_tree;

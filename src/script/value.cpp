@@ -61,7 +61,7 @@ std::optional<ScriptValue> parseValue(std::string_view text) {
     return std::nullopt;
 }
 
-std::string decodeEscapes(std::string_view text) {
+std::string processEscapes(std::string_view text) {
     std::string decoded;
     decoded.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {

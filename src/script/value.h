@@ -19,6 +19,6 @@ std::optional<ScriptValue> parseValue(std::string_view text);
 
 /// The text with its backslash sequences decoded: \n is a line feed, \\ a backslash. Meant: a backslash
 /// before any other character stays and swallows that character; a last one stays.
-std::string decodeEscapes(std::string_view text);
+std::string processEscapes(std::string_view text);
 
 } // namespace Zel
