@@ -11,7 +11,7 @@
 
 namespace Zel {
 
-/// The family of failures of a script's text and of queries.
+/// The family of failures in the text of a script and in queries.
 class ZEL_API ScriptException : public Exception {};
 
 /// A character or a value that is not allowed where it stands.
@@ -27,17 +27,17 @@ ZEL_DECLARE_EXCEPTION(ScriptException_InvalidInterval, ScriptException, char con
 /// A query for a child block that is not there.
 ZEL_DECLARE_EXCEPTION(ScriptException_BlockNotFound, ScriptException, char const* fileName,
                       char const* block);
-/// A query for a variable of another type than it has.
+/// A query for a variable by a type that it does not have.
 ZEL_DECLARE_EXCEPTION(ScriptException_TypeMismatch, ScriptException, char const* fileName,
                       char const* variable);
 /// A query for a variable that is not there.
 ZEL_DECLARE_EXCEPTION(ScriptException_UndefinedVariable, ScriptException, char const* fileName,
                       char const* block, char const* variable);
 
-/// The family of failures of directives, comments and characters.
+/// The family of failures in directives, comments and characters.
 ///
-/// Meant: the line is the one where reading stands, so a directive that ends in a line break is reported with
-/// the line after it.
+/// Meant: the line is the one that is read next. A directive that ends in a line break has been read with it,
+/// so its failure names the line after it.
 class ZEL_API ScriptPreprocessorException : public Exception {};
 
 /// "#include" without a file, "#define" without a name or replacement, "#undef" without a name.
@@ -52,15 +52,15 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_AlreadyDefined, ScriptPreproce
 /// A block comment that is open where its file ends; the line is that of its opening.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_CommentNotTerminated, ScriptPreprocessorException, int line,
                       char const* fileName);
-/// A byte from 0x80 on, other than 0xAE.
+/// A byte of 0x80 or more, except 0xAE.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_InvalidCharacter, ScriptPreprocessorException,
                       int character, char const* fileName, int line);
-/// An "#include" of a file that is being included already, and inside itself again: so its own errors come
-/// first.
+/// An "#include" of a file that is being read, and a second time inside itself. The second reading is
+/// allowed, so that other failures in the file are reported first.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocessorException,
                       char const* included, char const* fileName, int line);
-/// Includes and macros that make more of a few lines than any script needs: what is held or done for a script
-/// and the files that it includes would pass 64 MiB and 256 times their bytes, each file counted once.
+/// Includes or macros that expand too far: a script and its includes would need more than 64 MiB plus
+/// 256 times their size in memory, or as much in work. Each file counts once, however often it is included.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
                       int line);
 
@@ -70,25 +70,31 @@ struct ScriptPlace {
     int line = 0;     ///< from 1; 0 when the message names the file alone
 };
 
-/// The place that the message of an exception names. The exceptions above that the constructor of Script
-/// throws name one; the line is 0 for ScriptException_UnexpectedEndOfFile and _BracketCountMismatch. Finds
-/// none in any other exception, those of queries included, and in a message of 1023 characters, which may
-/// have been cut off.
+/// The place that the message of an exception names: of any of the exceptions above but the three of queries.
+/// The line is 0 for ScriptException_UnexpectedEndOfFile and _BracketCountMismatch. Returns nothing for all
+/// other exceptions, those of files included, and for a message of 1023 characters, which may have been cut
+/// off.
 ///
 ///     catch (Zel::Exception const& error) {
 ///         if (auto const place = Zel::findScriptPlace(error))
 ///             showInEditor(place->file, place->line);
 ///     }
 ///
-/// Needs the exception as it was thrown: a copy in an Exception has lost its class, and its place with it.
+/// Pass the exception as it was thrown: a copy of type Exception has lost its class, and the place with it.
 ZEL_API std::optional<ScriptPlace> findScriptPlace(Exception const& exception);
 
-/// A parsed script: a tree of blocks below an implicit block "ROOT", read through a cursor, the current
-/// block. Every query looks at the current block alone: `lock` enters a child, `unlock` goes back to the
-/// parent.
+/// A parsed script: a tree of named blocks, each with typed variables. The blocks of the text are the
+/// children of an implicit block "ROOT", which has no variables. A cursor, the current block, moves through
+/// the tree: `lock` enters a child, `unlock` goes back to the parent. Every query looks at the current block
+/// alone.
 ///
-/// Copies share one tree, which lives as long as any of them, and each has a cursor of its own. References
-/// that queries return are valid as long as the tree. One thread uses a Script and its copies at a time.
+///     Zel::Script script("Settings/Benchmark.script"); // ROOT is current
+///     script.lock("Benchmark");
+///     int const loops = script.getInt("loops", 10); // 10 when there is no "loops"
+///     script.unlock(); // one for each lock
+///
+/// Copies share one tree, and each has a cursor of its own. The tree, and every reference into it, stays
+/// valid until the last of them is destroyed. One thread at a time may use a Script and its copies.
 class ZEL_API Script {
 public:
     enum VarType : std::int32_t {
@@ -102,13 +108,13 @@ public:
         TYPE_INTERVAL = 7
     };
 
-    /// One variable with its value; every field that its type does not use is zero.
+    /// One variable with its value. The fields of other types are zero.
     struct Variable {
         std::string name;
         VarType type = TYPE_INT;
         std::int32_t intValue = 0;
         bool boolValue = false;
-        std::string text; ///< the value without blanks; for TYPE_STRING, the string
+        std::string text; ///< for TYPE_STRING the string; for all others the value as written, without blanks
         float floatValue = 0;
         Vector2Template<float> vector2Value;
         Vector3Template<float> vector3Value;
@@ -116,10 +122,9 @@ public:
         IntervalTemplate<float> intervalValue;
     };
 
-    /// Reads and parses the file and all that it includes, from the archives or the disk as File finds them;
-    /// the cursor stands on ROOT. Throws ScriptException_SyntaxError, _UnexpectedEndOfFile,
-    /// _BracketCountMismatch and _InvalidInterval, the preprocessor's exceptions, and those of opening and
-    /// reading a File.
+    /// Reads and parses the file and all that it includes. File finds them, in the archives or on the disk.
+    /// Then ROOT is current. Throws ScriptException_SyntaxError, _UnexpectedEndOfFile, _BracketCountMismatch
+    /// and _InvalidInterval, the preprocessor's exceptions, and those of opening and reading a File.
     Script(std::string const& fileName);
     Script(Script const& other);
     Script& operator=(Script const& other);
@@ -128,32 +133,42 @@ public:
     /// The name given to the constructor.
     std::string const& getFilename() const;
 
-    /// Enters the child of that index, from 0 in order of appearance. An index out of range ends the process.
+    /// Enters a child by its index: 0 to getBlockCount() - 1, in order of appearance. Any other index ends
+    /// the process.
     void lock(int index);
 
-    /// Enters the first child of that name; throws ScriptException_BlockNotFound, and stays, when there is
-    /// none.
+    /// Enters the first child of that name; case matters. When there is none, throws
+    /// ScriptException_BlockNotFound, and the current block stays.
     void lock(std::string const& name);
 
-    /// Goes back to the parent. Pair each lock with one: above ROOT there is no block, and a query there ends
-    /// the process.
+    /// Goes back to the parent. Call it once for each lock: above ROOT there is no block, and the next query,
+    /// lock or unlock ends the process.
     void unlock();
 
     /// The number of children of the current block.
     int getBlockCount() const;
+
+    /// The name of the current block.
     std::string const& getBlockName() const;
+
+    /// Whether the current block has a child of that name.
     bool hasBlock(std::string const& name) const;
 
     /// Whether the current block has a variable of that name.
     bool isDefined(std::string const& name) const;
 
-    /// All variables of the current block in order of appearance, those of the same name included.
+    /// All variables of the current block in order of appearance, also those that share a name.
     std::vector<Variable> getVariables() const;
 
-    /// The value of the first variable of that name in the current block. Types are never converted. The
-    /// strict forms throw ScriptException_UndefinedVariable when there is none; the others return the default
-    /// then, those for strings, vectors and intervals as a reference to the caller's object. All throw
-    /// ScriptException_TypeMismatch when the variable has another type.
+    /// The value of the first variable of that name in the current block. When there is none, the form with a
+    /// default returns that; the other throws ScriptException_UndefinedVariable. Both throw
+    /// ScriptException_TypeMismatch when the variable has another type: `x = 2;` is no float.
+    ///
+    /// Strings, vectors and intervals are returned by reference, and so is a default for them: the default
+    /// must outlive that reference.
+    ///
+    ///     std::string const copy = script.getString("name", "none");  // right
+    ///     std::string const& name = script.getString("name", "none"); // wrong: "none" is gone by then
     int getInt(std::string const& name) const;
     int getInt(std::string const& name, int defaultValue) const;
     bool getBool(std::string const& name) const;
@@ -175,9 +190,9 @@ public:
     IntervalTemplate<float> const& getInterval(std::string const& name,
                                                IntervalTemplate<float> const& defaultValue) const;
 
-    /// Writes the blocks below the current one, with their variables as text and type number, to the verbose
-    /// log, indented by two blanks a level. Meant: behind each block, one line feed goes to standard output,
-    /// whatever the log's settings.
+    /// Writes all blocks below the current one to the verbose log, indented by two blanks a level. Each
+    /// variable is a line with its name, its text and the number of its type. Meant: after each block one
+    /// line feed goes to standard output, whatever the settings of the log.
     void dump();
 
 private:

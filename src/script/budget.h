@@ -1,4 +1,4 @@
-// How much a set of script files may come to.
+// The bound on the memory and the work that a script and its includes may need.
 #pragma once
 
 #include <cstddef>
@@ -8,29 +8,29 @@
 
 namespace Zel {
 
-/// A few lines can ask for any number of inclusions, and for any length: each may double what the last has
-/// made. So what is held for a set of script files, and what is done, are each at most 64 MiB and 256 times
-/// the bytes of its files, each file counted once. A script that repeats nothing stays far below that.
+/// A few lines can ask for any amount of either: each file may include the next one twice. So the memory that
+/// is held, and the work that is done, are each at most 64 MiB plus 256 times the size of the files, each
+/// file counted once. A script that repeats nothing stays far below that.
 ///
-/// Memory that is taken from here counts as long as it is held.
+/// Memory that is allocated from here counts until it is freed.
 class Budget : public std::pmr::memory_resource {
 public:
     struct Exceeded : std::bad_alloc {};
 
-    /// Makes room for the first reading of a file of the set, and for what its text comes to.
+    /// Raises the bound for a file that is read for the first time. Its text counts as held.
     void addFile(std::size_t size) {
         m_limit += kTimes * size;
         m_held += size;
     }
 
-    /// Counts memory that is held beside what is taken from here, for good. Throws Exceeded.
+    /// Counts memory that is allocated elsewhere and never given back. Throws Exceeded.
     void hold(std::size_t size) {
         if (size > m_limit - m_held)
             throw Exceeded();
         m_held += size;
     }
 
-    /// Counts work, in bytes that take as long to read. False when that is more than may be done.
+    /// Counts work, in bytes that take as long to read. Returns whether the work is still within the bound.
     bool spend(std::size_t size) {
         m_done += size;
         return m_done <= m_limit;

@@ -1,5 +1,5 @@
-// The kinds of characters that scripts tell apart: those of the C library in the "C" locale, whatever the
-// host's.
+// The kinds of characters that scripts tell apart. Letters and digits are those of ASCII, whatever the
+// locale.
 #pragma once
 
 #include <array>
@@ -7,15 +7,15 @@
 
 namespace Zel {
 
-/// What a byte can be, one bit each.
+/// What a character can be, one bit each.
 enum CharacterKind : std::uint8_t {
     kDigit = 1,
     kLetter = 2,
     kUnderscore = 4,
-    kPlain = 8,   ///< nothing to the preprocessor: no letter, and none of " / # CR LF, zero and 0x80 to 0xFF
-    kQuoted = 16, ///< nothing to anybody between two quotes: none of " CR LF, zero and 0x80 to 0xFF
-    kValueMark = 32, ///< what values hold beside words, but for what begins an interval or a string
-    kCommented = 64  ///< nothing inside a comment: none of * / and 0x80 to 0xFF; line feeds are
+    kPlain = 8,      ///< means nothing to the preprocessor: not _ " / # CR LF, zero, a letter or 0x80 to 0xFF
+    kQuoted = 16,    ///< means nothing between quotes: not " CR LF, zero or 0x80 to 0xFF
+    kValueMark = 32, ///< stands in values beside words, and begins neither an interval nor a string
+    kCommented = 64  ///< means nothing in a block comment: not * / or 0x80 to 0xFF
 };
 
 inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
@@ -43,7 +43,7 @@ inline bool isDigit(char character) { return isOfKind(character, kDigit); }
 inline bool isLetter(char character) { return isOfKind(character, kLetter); }
 inline bool isBlank(char character) { return character == ' ' || character == '\t'; }
 
-/// What words begin with, and what they go on with.
+/// What begins a word, what goes on with it, and what goes on with a value.
 constexpr int kWordStart = kLetter | kUnderscore;
 constexpr int kWord = kWordStart | kDigit;
 constexpr int kValue = kWord | kValueMark;

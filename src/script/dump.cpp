@@ -21,8 +21,8 @@ void dumpBlock(Block const& block, std::string const& indent) {
 
 } // namespace
 
-/// Keeps the open blocks in a list of its own: blocks may be nested deeper than functions can call
-/// themselves.
+/// A list holds the blocks that are open: a function that calls itself would overflow the call stack where
+/// blocks are nested deep enough.
 void Script::dump() {
     struct Visit {
         Block const* block;

@@ -1,4 +1,4 @@
-// From characters to blocks and variables: what each character does where it stands.
+// What each character of a script does where it stands: blocks, names and values.
 
 #include "script/parser.h"
 
@@ -41,7 +41,7 @@ void Script::Parser::parseText() {
         throw ScriptException_BracketCountMismatch(m_fileName.c_str(), "{ }");
 }
 
-/// The next character that is no line break: those never count, not even inside quotes.
+/// The next character other than a line break. Line breaks never count, not even inside quotes.
 std::optional<char> Script::Parser::peekChar() {
     std::optional<char> character = m_source.peek();
     while (character && (*character == '\r' || *character == '\n')) {
@@ -72,7 +72,7 @@ void Script::Parser::parseBlock() {
             handleCharacter(*character);
         else if (m_levels.back().expectingName)
             leaveBlock();
-        else // inside an assignment, or before the closing brace
+        else // the text ends inside an assignment or a pair of braces
             throw ScriptException_UnexpectedEndOfFile(m_source.getFileName().c_str());
     }
 }
@@ -82,15 +82,15 @@ void Script::Parser::openBlock(Block& parent) {
     m_levels.push_back({&m_tree->addBlock(m_header, &parent), std::pmr::string(&m_tree->budget)});
 }
 
-/// Nothing more belongs to it.
+/// The block is complete.
 void Script::Parser::leaveBlock() {
     m_tree->index(*m_levels.back().block, m_levels.back().variableCount);
     m_levels.pop_back();
 }
 
-/// The name between brackets; no blanks are allowed there.
+/// The name between the brackets. No blanks are allowed there.
 void Script::Parser::readHeader() {
-    readChar(); // the bracket that the caller has seen
+    readChar(); // the opening bracket, which the caller has seen
     m_header.clear();
     for (char character = readChar(); character != ']'; character = readChar()) {
         if (!isOfKind(character, kWord))
@@ -102,7 +102,7 @@ void Script::Parser::readHeader() {
 
 void Script::Parser::handleCharacter(char character) {
     bool const mayEndBlock = (character == '[' || character == '}') && !m_inQuotes;
-    if (!mayEndBlock) // these two may have to be left for the enclosing block
+    if (!mayEndBlock) // these two may belong to the enclosing block
         m_source.advance();
 
     if (character == '"')
@@ -113,8 +113,8 @@ void Script::Parser::handleCharacter(char character) {
         handlePunctuation(character);
 }
 
-/// Meant: the quote that begins a value stays as its first character and marks it as a string; every other
-/// quote only switches quoting.
+/// Meant: the quote that begins a value is kept as its first character, and marks it as a string. All other
+/// quotes only begin or end quoting.
 void Script::Parser::handleQuote() {
     if (!m_inValue)
         throwSyntaxError();
@@ -123,7 +123,7 @@ void Script::Parser::handleQuote() {
         m_value += '"';
 }
 
-/// Takes what follows of the word, of the value, or of what stands between the quotes, along.
+/// Appends the character, and those behind it that go on in the same way, to the name or to the value.
 void Script::Parser::handleWordCharacter(char character) {
     if (m_levels.back().expectingName) {
         m_levels.back().name += character;
@@ -183,7 +183,7 @@ void Script::Parser::endAssignment() {
     m_inValue = false;
 }
 
-/// Of an interval, a child block, or the next block beside this one.
+/// It begins an interval, a child block, or the next block beside this one.
 void Script::Parser::handleOpeningBracket() {
     if (m_inValue) {
         m_source.advance();
@@ -191,11 +191,11 @@ void Script::Parser::handleOpeningBracket() {
     } else if (m_levels.back().hasBraces) {
         openBlock(*m_levels.back().block);
     } else {
-        leaveBlock(); // the bracket is left to the enclosing level
+        leaveBlock(); // the bracket stays unread for the enclosing block
     }
 }
 
-/// Meant: from here on no name is expected, so a block's own variables stand before its brace.
+/// Meant: no name is expected from here on. A block's own variables stand before its brace.
 void Script::Parser::openBrace() {
     ++m_braceCount;
     m_levels.back().hasBraces = true;
@@ -206,7 +206,7 @@ void Script::Parser::closeBrace() {
     if (m_levels.back().hasBraces) {
         --m_braceCount;
         m_source.advance();
-    } // else the brace is left to the enclosing level
+    } // else the brace stays unread for the enclosing block
     leaveBlock();
     m_inValue = false; // Meant: an assignment that a brace cuts off is dropped.
 }

@@ -1,4 +1,4 @@
-// Builds a script's tree from the preprocessor's characters.
+// Builds the tree of a script from the characters that the preprocessor gives.
 #pragma once
 
 #include "script/preprocessor.h"
@@ -13,20 +13,19 @@
 
 namespace Zel {
 
-/// Strict: whatever is not allowed where it stands is a syntax error. Open blocks are kept on a stack of its
-/// own, so that blocks may be nested as deep as memory allows.
+/// Whatever is not allowed where it stands is a syntax error. Blocks may be nested as deep as memory allows.
 class Script::Parser {
 public:
     explicit Parser(std::string const& fileName);
 
-    /// The whole tree. Throws the exceptions of Script's constructor.
+    /// Reads the whole script. Throws what the constructor of Script throws. To be called once.
     std::unique_ptr<Tree> parse();
 
 private:
     /// A block whose end has not been read.
     struct Level {
         Block* block;
-        std::pmr::string name; // of the variable being read
+        std::pmr::string name; // of the variable that is being read
         StoredVariable* lastVariable = nullptr;
         std::size_t variableCount = 0;
         bool expectingName = true;
@@ -57,9 +56,9 @@ private:
     StoredVariable& newVariable(std::string_view name, std::string_view text, ScriptValue const& value);
 
     std::string m_fileName;
-    std::unique_ptr<Tree> m_tree; // and with it the budget of all others
+    std::unique_ptr<Tree> m_tree; // before the members that take memory from its budget
     ScriptPreprocessor m_source;
-    std::pmr::vector<Level> m_levels; // the last is being read
+    std::pmr::vector<Level> m_levels; // the open blocks; the last is being read
     std::pmr::string m_header;
     std::pmr::string m_value;
     bool m_inValue = false;

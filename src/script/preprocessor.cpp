@@ -1,4 +1,4 @@
-// Expanding a script and its includes, and the stream of characters and places that comes of it.
+// Expands a script and its includes into the stream of characters and places, and reads that back.
 
 #include "script/preprocessor.h"
 
@@ -13,21 +13,21 @@
 namespace Zel {
 namespace {
 
-constexpr int kEnd = -1; // what reading past the end of a file gives
+constexpr int kEnd = -1; // is read at the end of a file
 
-// What takes as long as reading so many bytes.
+// Work, in bytes that take as long to read.
 constexpr std::size_t kInclusionWork = 256;
 constexpr std::size_t kDirectiveWork = 64;
 
-// A file that is included while it is being read has its own errors told, which come up when it is read for
-// the second time. From then on nothing can be new.
+// How often a file may be open at once. The second reading finds the errors that come of reading it again, as
+// a macro that is defined already; the third could find no others.
 constexpr int kMostEntries = 2;
 
-constexpr std::size_t kMostWords = 3; // that any directive takes, with its keyword
+constexpr std::size_t kMostWords = 3; // of any directive, with its keyword
 
 int lineOf(std::uint64_t line) { return static_cast<int>(line); }
 
-/// The first words of a directive's line: what blanks and tabs part.
+/// The first words of a directive's line. Blanks and tabs separate them.
 std::vector<std::string> splitWords(std::string const& text) {
     std::vector<std::string> words;
     for (std::size_t begin = text.find_first_not_of(" \t");
@@ -64,7 +64,7 @@ ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName, Budget& budg
 
 // Reading sources.
 
-/// The file of that name, read if it has not been.
+/// The file of that name. It is read when it is asked for the first time.
 ScriptPreprocessor::NamedSource const& ScriptPreprocessor::sourceOf(std::string const& name) {
     auto const known = m_names.find(name);
     if (known != m_names.end())
@@ -84,7 +84,7 @@ void ScriptPreprocessor::pushFile(NamedSource const& source) {
     ++source.second->entries;
 }
 
-/// The byte at that distance in the file being read, never looking into the file that included it.
+/// The byte at that distance in the file being read; kEnd at its end, whatever follows in the including file.
 int ScriptPreprocessor::peekSource(std::size_t offset) const {
     if (m_frames.empty())
         return kEnd;
@@ -102,8 +102,8 @@ void ScriptPreprocessor::popFinishedFrames() {
         m_frames.pop_back();
 }
 
-/// Meant: at the end of an included file this steps over the next character of the including one. Whatever
-/// reads past the end of a file (a directive, a line comment, a string literal) costs that character.
+/// Meant: at the end of an included file this steps over the next character of the including one, which is
+/// lost. Directives, line comments and string literals that read past the end of a file do this.
 void ScriptPreprocessor::advanceSource() {
     popFinishedFrames();
     if (m_frames.empty())
@@ -120,7 +120,7 @@ int ScriptPreprocessor::readSource() {
     return value;
 }
 
-/// The characters of these kinds, none of them a line feed, that come next in the file being read.
+/// Reads the characters of these kinds, never line feeds, that come next in the file being read.
 std::string_view ScriptPreprocessor::readRun(int kinds) {
     SourceFrame& frame = m_frames.back();
     std::size_t const begin = frame.position;
@@ -171,7 +171,7 @@ void ScriptPreprocessor::run() {
     }
 }
 
-/// Nothing is interpreted up to the next quote, which a backslash does not protect.
+/// Nothing is interpreted up to the next quote. A backslash does not protect a quote.
 void ScriptPreprocessor::copyStringLiteral() {
     Place const start = place();
     emit(readSource());
@@ -182,12 +182,12 @@ void ScriptPreprocessor::copyStringLiteral() {
         value = readSource();
         if (value == kEnd && m_frames.empty())
             throw ScriptException_UnexpectedEndOfFile(start.name->c_str());
-        // Meant: the byte is taken as signed, so 0xAE, allowed as it is, vanishes from literals.
+        // Meant: the byte is taken as signed, so 0xAE is negative and vanishes from literals.
         emit(static_cast<signed char>(value));
     } while (value != '"');
 }
 
-/// The line feed stays.
+/// The line feed at its end is kept.
 void ScriptPreprocessor::skipLineComment() {
     int value = 0;
     do {
@@ -197,7 +197,7 @@ void ScriptPreprocessor::skipLineComment() {
     emit(value);
 }
 
-/// Comments nest. Meant: the character behind the outermost end is read and lost.
+/// Comments nest. Meant: the character after the end of the outermost one is lost.
 void ScriptPreprocessor::skipBlockComment() {
     Place const start = place();
     advanceSource();
@@ -218,8 +218,8 @@ void ScriptPreprocessor::skipBlockComment() {
     }
 }
 
-/// Reads what may follow that character in a comment and changes nothing: more of the same `*` or `/`, or
-/// what stands before the next of these.
+/// Reads on in a comment as long as nothing begins or ends there: the same `*` or `/` again, or, after any
+/// other character, up to the next of these two.
 void ScriptPreprocessor::readSame(int character) {
     SourceFrame& frame = m_frames.back();
     std::string_view const rest = frame.text.substr(frame.position);
@@ -231,7 +231,7 @@ void ScriptPreprocessor::readSame(int character) {
     frame.position += length;
 }
 
-/// Macros replace whole words, once: the replacement is not looked through again.
+/// A macro replaces a whole word. Macros in the replacement are not replaced.
 void ScriptPreprocessor::expandIdentifier() {
     std::string_view const word = readRun(kWord);
     auto const macro = m_macros.find(word);
@@ -257,8 +257,8 @@ void ScriptPreprocessor::handleDirective() {
             text += static_cast<char>(value);
     }
 
-    // Meant: behind a line feed that is the next line. Where no file is left, the directive's own place
-    // serves.
+    // Meant: this is the next line when the directive ends with a line feed. At the end of all files it is
+    // the directive's own.
     Place const reported = m_frames.empty() ? start : place();
     Directive const directive{splitWords(text), reported, depth};
     if (!m_budget.spend(kDirectiveWork))
@@ -282,7 +282,7 @@ void ScriptPreprocessor::requireWords(Directive const& directive, std::size_t co
                                                           lineOf(directive.reported.line));
 }
 
-/// The included file is read whole before the rest of this one: it becomes the frame being read.
+/// The included file becomes the frame being read, so it is read whole before the rest of this one.
 void ScriptPreprocessor::include(Directive const& directive) {
     requireWords(directive, 2);
     std::string name = directive.words[1];
@@ -300,13 +300,13 @@ void ScriptPreprocessor::include(Directive const& directive) {
     pushFile(source);
 }
 
-/// The files that the one at that depth has included have been read.
+/// Forgets the files that the one at that depth has included: they have been read.
 void ScriptPreprocessor::leaveChainBelow(std::size_t depth) {
     for (; m_chain.size() > depth + 1; m_chain.pop_back())
         --m_chain.back()->entries;
 }
 
-/// The replacement is one word; what follows it is ignored.
+/// The replacement is one word. What follows it is ignored.
 void ScriptPreprocessor::defineMacro(Directive const& directive) {
     requireWords(directive, 3);
     if (!m_macros.emplace(directive.words[1], directive.words[2]).second)
@@ -319,11 +319,11 @@ void ScriptPreprocessor::undefineMacro(Directive const& directive) {
     m_macros.erase(directive.words[1]);
 }
 
-// Writing the stream, and reading it back.
+// The stream: writing it, and reading it back.
 
 void ScriptPreprocessor::emit(int value) {
     if (value < 0)
-        return; // the end mark, and what a literal takes for negative
+        return; // kEnd, or a byte that copyStringLiteral has taken as signed
     emitPlace();
     m_output += static_cast<char>(value);
     if (value == 0)
@@ -346,7 +346,7 @@ void ScriptPreprocessor::emitRun(std::string_view text) {
     m_output += text;
 }
 
-/// Announces the file and the line of the next character, where they have changed.
+/// Writes the file and the line of the next character where they have changed.
 void ScriptPreprocessor::emitPlace() {
     SourceFrame const& frame = m_frames.back();
     if (frame.name != m_lastEmittedName) {
@@ -375,8 +375,8 @@ std::uint32_t ScriptPreprocessor::numberAt(std::size_t position) const {
     return value;
 }
 
-/// The character at the position, which moves past the records before it. They are read once: what they tell
-/// holds until the next ones.
+/// The character at the position; nothing at the end. Moves the position past the records before the
+/// character, and keeps what they tell.
 std::optional<char> ScriptPreprocessor::decodeAt(std::size_t& position) {
     while (position < m_output.size()) {
         char const character = m_output[position];

@@ -1,5 +1,5 @@
-// Turns a script and all that it includes into one stream of characters, each with the file and line it is
-// from.
+// Turns a script and all that it includes into one stream of characters. Each knows the file and the line
+// that it comes from.
 #pragma once
 
 #include "script/budget.h"
@@ -17,34 +17,36 @@
 
 namespace Zel {
 
-/// The whole expansion happens in the constructor: includes, macros, comments. What it leaves is read
-/// character by character afterwards.
+/// The constructor does the whole expansion: includes, macros and comments. The result is read character by
+/// character afterwards.
 ///
-/// The stream between the two halves is `m_output`. A byte other than 0 is a character; 0 introduces a
-/// record:
+/// `m_output` is the stream between these two halves. A byte other than 0 is a character. A byte of 0 begins
+/// a record:
 ///
-///   0 'F' length(4) name   the following characters are from this file
+///   0 'F' length(4) name   the characters that follow are from this file
 ///   0 'L' line(4)          ... and on this line
 ///   0 0                    one character of value 0
 ///
-/// with numbers of 32 bits, the high byte first.
+/// Numbers have 32 bits, the high byte first.
 class ScriptPreprocessor {
 public:
-    /// Throws the preprocessor's exceptions, ScriptException_UnexpectedEndOfFile for a string literal that no
-    /// file closes, and what opening and reading a File throws. The budget must outlive this object.
+    /// Throws the preprocessor's exceptions, what opening and reading a File throws, and
+    /// ScriptException_UnexpectedEndOfFile for a string literal without an end. The budget must outlive this
+    /// object.
     ScriptPreprocessor(std::string const& fileName, Budget& budget);
 
-    /// Looks at the next character; nothing at the end. getFileName and getLine then tell where it is from.
+    /// The next character, which stays unread; nothing at the end. getFileName and getLine then tell its
+    /// place.
     std::optional<char> peek() {
         if (m_readPosition < m_output.size() && m_output[m_readPosition] != kMarker)
             return m_output[m_readPosition];
         return decodeAt(m_readPosition);
     }
 
-    /// Goes past the character that peek has shown.
+    /// Steps over the character that peek has returned.
     void advance() { m_readPosition += m_output[m_readPosition] == kMarker ? 2 : 1; }
 
-    /// Goes past the characters of these kinds that come next on the same line, and returns them.
+    /// Reads the characters of these kinds that come next, as far as no record interrupts them.
     std::string_view takeRun(int kinds) {
         std::size_t const begin = m_readPosition;
         while (m_readPosition < m_output.size() && isOfKind(m_output[m_readPosition], kinds))
@@ -52,29 +54,30 @@ public:
         return std::string_view(m_output).substr(begin, m_readPosition - begin);
     }
 
-    /// The file, as it was named, and the line of the last character seen; "" and 0 before the first.
+    /// The place of the last character seen: its file, as it was named, and its line. "" and 0 before the
+    /// first.
     std::string const& getFileName() const { return m_currentFileName; }
     int getLine() const { return m_currentLine; }
 
 private:
     static constexpr char kMarker = '\0';
 
-    /// A file of the script's set. Its text is read once, however often it is included.
+    /// A file of the script. It is read once, however often it is included.
     struct Source {
         std::string text;
-        int entries = 0; // of m_chain
+        int entries = 0; // of this file in m_chain
     };
 
-    /// A name as it was given, with its file.
+    /// A file under a name that was given.
     using NamedSource = std::pair<std::string const, Source*>;
 
-    /// A file being read.
+    /// One reading of a file.
     struct SourceFrame {
         std::string const* name;
         std::string_view text;
         std::size_t position;
         std::uint64_t line;
-        std::size_t depth; // index into m_chain
+        std::size_t depth; // its index in m_chain
     };
 
     /// The line and the name of the file being read: every message needs both.
@@ -84,8 +87,8 @@ private:
     };
 
     struct Directive {
-        std::vector<std::string> words; // the keyword first; no more of them than any directive takes
-        Place reported;                 // where reading stands behind it: what messages name
+        std::vector<std::string> words; // the keyword first; as many as any directive takes
+        Place reported;                 // where reading stands after it, which messages name
         std::size_t depth;              // of the file that it stands in
     };
 
@@ -126,8 +129,8 @@ private:
     std::map<std::string, Source> m_sources; // by resolved name
     std::map<std::string, Source*> m_names;  // by every name that was given
     std::deque<SourceFrame> m_frames;        // the last is being read
-    // Who included whom, down to the file that was entered last. A file whose last line is an #include has no
-    // frame any more when the included one is read, but stays here.
+    // Which file includes which, down to the one that was entered last. A file that ends with an #include has
+    // left m_frames when the included file is read, but is still here.
     std::vector<Source*> m_chain;
     std::map<std::string, std::string, std::less<>> m_macros;
     std::pmr::string m_output;

@@ -26,7 +26,7 @@ static_assert(
 static_assert(
     std::is_same_v<std::variant_alternative_t<Script::TYPE_INTERVAL, ScriptValue>, IntervalTemplate<float>>);
 
-// Each constructor gives every member its value at once, so no member needs a default before.
+// Each constructor gives every member its value at once: there is nothing to initialise before.
 
 Script::Script(std::string const& fileName)
     : m_fileName(fileName), m_tree(Parser(fileName).parse().release()), m_current(&m_tree->blocks.front()) {

@@ -1,5 +1,5 @@
-// A parsed script: all blocks and variables, each in one container that owns them. Nothing here is freed
-// recursively, however deep the blocks are nested.
+// A parsed script. One container owns all blocks, and one all variables, so that no destructor calls itself
+// however deep the blocks are nested.
 #pragma once
 
 #include "core/name_index.h"
@@ -16,7 +16,7 @@
 
 namespace Zel {
 
-/// Kept small, as a script may hold many: the name and the text stand one behind the other.
+/// Small, as a script may hold many: the text follows the name in the same characters.
 struct Script::StoredVariable {
     char const* characters;
     std::uint32_t nameLength;
@@ -26,7 +26,7 @@ struct Script::StoredVariable {
 
     std::string_view name() const { return {characters, nameLength}; }
 
-    /// The text of the value without blanks; for a string, the string.
+    /// The value as written, without blanks; for a string, the string.
     std::string_view text() const {
         if (auto const* string = std::get_if<TYPE_STRING>(&value))
             return **string;
@@ -35,10 +35,10 @@ struct Script::StoredVariable {
     VarType type() const { return static_cast<VarType>(value.index()); }
 };
 
-/// Kept small, too. Few names are sought one after the other; many have an index.
+/// Small, too. A few names are compared one by one; more have an index.
 struct Script::Block {
     static constexpr std::size_t kFew = 8;
-    static constexpr std::size_t kIndexedSize = 24; // of a name, in any index, at most about
+    static constexpr std::size_t kIndexedSize = 24; // bytes a name in any index, at most about
 
     struct VariableIndex {
         explicit VariableIndex(Budget& budget) : variables(&budget) {}
@@ -92,7 +92,7 @@ struct Script::Block {
 };
 
 struct Script::Tree {
-    Budget budget{};                        // where all of the others take their memory from
+    Budget budget{};                        // gives all of the others their memory
     std::pmr::deque<Block> blocks{&budget}; // ROOT first, then in the order of their headers
     std::pmr::deque<StoredVariable> variables{&budget};
     std::pmr::deque<NameIndex> childIndexes{&budget};
@@ -110,7 +110,8 @@ struct Script::Tree {
         return block;
     }
 
-    /// To be called once the block has all of its children and variables, before anything is sought there.
+    /// To be called when the block has all of its children and variables, and before anything is looked up
+    /// there.
     void index(Block& block, std::size_t variableCount) {
         if (block.children.size() > Block::kFew)
             indexChildren(block);

@@ -1,4 +1,4 @@
-// Typing the values of variables.
+// Tells the types of values.
 
 #include "script/value.h"
 
@@ -21,7 +21,7 @@ Counts count(std::string_view text) {
             std::count(text.begin(), text.end(), ',')};
 }
 
-/// The numbers between the brackets of a text, parted by commas.
+/// The numbers between brackets or parentheses, separated by commas.
 std::array<float, 4> components(std::string_view text) {
     std::string_view rest = text.substr(1, text.size() - 2);
     std::array<float, 4> numbers{};

@@ -1,5 +1,5 @@
-// Reading a script for its directives alone: macros make none, so that nothing else needs to be understood
-// but strings and comments, in which there are none.
+// Reads a script for its directives alone. Only strings and comments need to be understood beside them, as no
+// macro makes a directive.
 
 #include "include_search.h"
 
@@ -14,12 +14,12 @@
 namespace zel {
 namespace {
 
-constexpr int kEnd = -1;
-// Files that have changed since the library has read them may include each other without end.
+constexpr int kEnd = -1; // is read at the end of a file
+// Files may have changed since the library has read them, and include each other without end now.
 constexpr int kMostInclusions = 1'000'000;
 
-/// Goes through a script and its includes as the library does, to the character: what reads past the end of
-/// an included file costs the including one a character.
+/// Reads a script and its includes in the order of the library, character by character. Like there, what
+/// reads past the end of an included file steps over one character of the including file.
 class IncludeSearch {
 public:
     explicit IncludeSearch(std::string const& script) { push(script); }
@@ -44,7 +44,7 @@ private:
     bool skipBlockComment();
     std::optional<std::string> readDirective();
 
-    std::map<std::string, std::string> m_texts; // by name: a file is read once
+    std::map<std::string, std::string> m_texts; // by name, as a file is read once
     std::vector<Source> m_sources;              // the last is being read
     int m_inclusions = 0;
 };
@@ -115,14 +115,14 @@ bool IncludeSearch::skipBlockComment() {
     return true;
 }
 
-/// The word that begins at or behind a position of a directive's line; that moves behind it.
+/// The next word of a directive's line from a position on, which moves to the end of the word.
 std::string_view nextWord(std::string_view text, std::size_t& position) {
     std::size_t const begin = std::min(text.find_first_not_of(" \t", position), text.size());
     position = std::min(text.find_first_of(" \t", begin), text.size());
     return text.substr(begin, position - begin);
 }
 
-/// The name of the file that the directive includes; nothing when it is another directive.
+/// The name of the file that the directive includes; nothing for other directives.
 std::optional<std::string> IncludeSearch::readDirective() {
     read();
     while (peek() == ' ' || peek() == '\t' || peek() == '\0')

@@ -1,4 +1,5 @@
-// Where a script includes a file that cannot be read: the library's exception names the file alone.
+// Finds the #include that failed: the library's exception names the file that cannot be read, and not where
+// it is included.
 #pragma once
 
 #include <optional>
@@ -7,9 +8,9 @@
 
 namespace zel {
 
-/// The first #include, in the order in which the library reads a script and what it includes, that cannot be
-/// read. Nothing when all can, or when the script itself cannot. The script must be one that is in order up
-/// to there.
+/// The place of the first #include whose file cannot be read, in the order in which the library reads.
+/// Nothing when all can be read, or when the script itself cannot. Up to that place the script must be free
+/// of errors.
 std::optional<Zel::ScriptPlace> findFailedInclude(std::string const& script);
 
 } // namespace zel

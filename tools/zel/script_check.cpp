@@ -20,7 +20,7 @@ struct CheckOptions {
     std::vector<std::string> files;
 };
 
-/// The files named, with those listed on standard input in place of "-".
+/// The files that were named. "-" stands for the names on standard input, one a line.
 std::vector<std::string> filesToCheck(CheckOptions const& options, Console const& console) {
     std::vector<std::string> files;
     for (std::string const& file : options.files) {
@@ -38,20 +38,20 @@ std::vector<std::string> filesToCheck(CheckOptions const& options, Console const
     return files;
 }
 
-/// The number of a file's last line, where a text that ends too soon is wrong.
+/// The number of the last line of a file: where a text that ends too soon is wrong.
 int lastLine(std::string const& name) {
     try {
         std::string const text = scriptText(name);
         auto const breaks = std::count(text.begin(), text.end(), '\n');
         return static_cast<int>(breaks) + (text.ends_with('\n') ? 0 : 1);
-    } catch (Zel::FileException const&) { // the message holds less than the whole name
+    } catch (Zel::FileException const&) { // the file has changed since the library has read it
         return 1;
     }
 }
 
-/// Where a script is wrong, with what the exception leaves open.
+/// Where a script is wrong. Fills in what the exception does not tell.
 Zel::ScriptPlace placeOf(Zel::Exception const& exception, std::string const& script) {
-    // The exceptions of files name the file that is included, and not where.
+    // A failed file is one that is included; its exception does not tell where.
     bool const isFailedFile = dynamic_cast<Zel::FileException const*>(&exception) != nullptr;
     auto place = isFailedFile ? findFailedInclude(script) : Zel::findScriptPlace(exception);
     if (!place)

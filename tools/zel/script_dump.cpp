@@ -26,7 +26,7 @@ constexpr std::array kTypeNames = {"int",     "bool",    "string",  "float",
 
 char const* typeName(Zel::Script::VarType type) { return kTypeNames.at(static_cast<std::size_t>(type)); }
 
-/// The number that the fewest digits tell from all other floats. JSON has no infinite numbers: those become
+/// The number with the fewest digits that reads back as this float. JSON has no infinite numbers: they become
 /// null.
 Json shortest(float value) {
     std::array<char, 32> digits{};
@@ -62,8 +62,9 @@ Json valueOf(Zel::Script::Variable const& variable) {
     return {};
 }
 
-/// Goes through all blocks below the current one, without recursion: blocks may be nested deeper than calls.
-/// `enter` and `leave` are told the depth, and `enter` the block's index among its siblings.
+/// Visits all blocks below the current one. Calls `enter` with the depth of a block and its index among its
+/// siblings, and `leave` with its depth. A function that calls itself for each block would overflow the call
+/// stack where blocks are nested deep enough.
 template <class Enter, class Leave>
 void walk(Zel::Script& script, Enter enter, Leave leave) {
     std::vector<int> nextChild{0};
@@ -97,7 +98,7 @@ void dumpAsText(Zel::Script& script, std::ostream& out) {
     walk(script, enter, [](std::size_t /*depth*/) {});
 }
 
-/// Written piece by piece: a JSON value of the whole tree would be as deep as the blocks.
+/// Written block by block: a JSON value of the whole tree would be as deep as the blocks.
 void dumpAsJson(Zel::Script& script, std::ostream& out) {
     auto const enter = [&](std::size_t depth, int index) {
         std::string const indent(2 * depth + 2, ' ');

@@ -1,4 +1,4 @@
-// Setting the data directory and mounting archives for the commands on scripts.
+// Sets the data directory and mounts archives for the commands on scripts.
 
 #include "script_environment.h"
 
@@ -17,7 +17,7 @@ namespace zel {
 namespace fs = std::filesystem;
 
 ScriptEnvironment::ScriptEnvironment(ScriptPlaces const& places) : m_data(places.data) {
-    // Full paths, as names start at the data directory from then on.
+    // Full paths, taken before the data directory is set: from then on names start there.
     std::vector<std::string> fullPaths;
     for (std::string const& archive : places.archives) {
         Zel::Path path(Zel::File::getCurrentDir());
@@ -31,20 +31,21 @@ ScriptEnvironment::ScriptEnvironment(ScriptPlaces const& places) : m_data(places
 }
 
 void ScriptEnvironment::require(std::string const& name) {
-    if (!Zel::File::exists(name)) { // which asks the archives
+    if (!Zel::File::exists(name)) { // which looks into the archives, too
         fs::path const given = fs::path(m_data) / name;
         refuseOtherCase(given.string(), m_folders);
         fs::path const path = fs::absolute(given).lexically_normal();
         fs::path const folder = path.parent_path();
         fs::path const found = folder / m_folders.found(folder, path.filename().string());
-        std::error_code error; // what cannot be looked at cannot be opened either
+        std::error_code error; // what cannot be looked at cannot be opened
         if (fs::exists(found, error) && !fs::is_regular_file(found, error))
             throw Failure(kOperatingFailure,
                           "cannot read " + printableName(name) + ": it is no regular file");
     }
     try {
         Zel::File const file(name, Zel::File::READ_TEXT);
-    } catch (Zel::FileException_FileCorrupted const&) { // the parser meets these as well
+    } catch (
+        Zel::FileException_FileCorrupted const&) { // the parser meets these two as well, and reports them
     } catch (Zel::FileException_ReadError const&) {
     }
 }

@@ -15,17 +15,17 @@ struct ScriptPlaces {
     std::vector<std::string> archives;
 };
 
-/// Mounted as long as this object lives.
+/// The archives stay mounted as long as this object lives. The data directory stays set.
 class ScriptEnvironment {
 public:
     /// Throws the library's exceptions for an archive that cannot be mounted.
     explicit ScriptEnvironment(ScriptPlaces const& places);
 
-    /// Throws Failure when a script is no regular file, or another would be in its place (see
-    /// refuseOtherCase), and what opening it throws.
+    /// Makes sure that a script can be opened. Throws Failure when it is no regular file or when another file
+    /// would be opened in its place (see refuseOtherCase), and what opening it throws.
     void require(std::string const& name);
 
-    /// The path under which the host finds a script, or its name when only an archive has it.
+    /// The path under which the host finds a script; the name itself when only an archive has it.
     std::string hostPath(std::string const& name) const;
 
 private:

@@ -1,4 +1,4 @@
-// The text of a script, found as the library finds it.
+// Reads a script as the library does.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace zel {
 
-/// Throws what opening and reading a File throws.
+/// The whole text of a script or a file that it includes. Throws what opening and reading a File throws.
 inline std::string scriptText(std::string const& name) {
     Zel::File file(name, Zel::File::READ_TEXT);
     std::string text(static_cast<std::size_t>(file.getSize()), '\0');
