@@ -1,6 +1,7 @@
 #include "support/library_test.h"
 
 #include "archive_writer.h"
+#include "names.h"
 #include "support/host.h"
 
 #include <algorithm>
@@ -17,16 +18,11 @@ std::vector<std::string> s_messages;
 
 void capture(char const* message) { s_messages.emplace_back(message); }
 
-std::string lowered(std::string text) {
-    for (char& character : text)
-        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-    return text;
-}
-
 /// A directory named after the running test.
 fs::path scratchOfThisTest() {
     auto const* const info = testing::UnitTest::GetInstance()->current_test_info();
-    std::string name = lowered(std::string("scratch-") + info->test_suite_name() + "-" + info->name());
+    std::string name =
+        zel::toLowerCase(std::string("scratch-") + info->test_suite_name() + "-" + info->name());
     std::replace(name.begin(), name.end(), '/', '-');
     return fs::current_path() / name;
 }
@@ -85,7 +81,7 @@ std::string LibraryTest::packArchive(std::string const& name, Entries const& ent
 }
 
 std::string LibraryTest::key(std::string const& name) const {
-    return lowered(libraryPath(m_scratch)) + "\\" + name;
+    return zel::toLowerCase(libraryPath(m_scratch)) + "\\" + name;
 }
 
 LogCapture::LogCapture() {

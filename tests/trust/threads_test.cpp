@@ -1,11 +1,10 @@
 // Files are opened from many threads, once archives and directories are set up. The preset tsan watches this
 // story for data races.
 
+#include "names.h"
 #include "support/host.h"
 #include "support/library_test.h"
 
-#include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
@@ -27,16 +26,13 @@ protected:
             std::ifstream stream(file.path(), std::ios::binary);
             std::string const content{std::istreambuf_iterator<char>(stream),
                                       std::istreambuf_iterator<char>()};
-            std::string name = fs::relative(file.path(), ZEL_EXAMPLE_DATA).generic_string();
-            std::transform(name.begin(), name.end(), name.begin(), [](unsigned char character) {
-                return static_cast<char>(std::tolower(character));
-            });
+            std::string const name =
+                zel::toLowerCase(fs::relative(file.path(), ZEL_EXAMPLE_DATA).generic_string());
             if (name.ends_with(".jpg") || name.ends_with(".bmp") || name.ends_with(".obj")) {
                 writeFile(name, content);
                 continue;
             }
-            std::replace(name.begin(), name.end(), '/', '\\');
-            entries.emplace_back(name, content);
+            entries.emplace_back(zel::storedName(name), content);
         }
         m_archive = std::make_unique<Zel::Archive>(packArchive("a.bva", entries));
         Zel::noise(0.5F); // makes its tables

@@ -1,8 +1,8 @@
 // zel extract
 
 #include "commands.h"
-#include "fold.h"
 #include "mounted_archive.h"
+#include "names.h"
 #include "progress.h"
 #include "unpacking.h"
 
@@ -19,17 +19,11 @@ struct ExtractOptions {
     std::string part;
 };
 
-/// The name as it is compared: case and the kind of slash do not matter.
-std::string comparable(std::string name) {
-    std::replace(name.begin(), name.end(), '/', '\\');
-    return toLowerCase(std::move(name));
-}
-
 std::vector<ArchiveEntry> entriesToExtract(ExtractOptions const& options, MountedArchive const& archive) {
     std::vector<ArchiveEntry> entries;
     std::copy_if(archive.entries().begin(), archive.entries().end(), std::back_inserter(entries),
-                 [wanted = comparable(options.part)](ArchiveEntry const& entry) {
-                     return comparable(entry.name).find(wanted) != std::string::npos;
+                 [wanted = storedName(options.part)](ArchiveEntry const& entry) {
+                     return storedName(entry.name).find(wanted) != std::string::npos;
                  });
     if (entries.empty())
         throw Failure(kOperatingFailure, printableName(options.archive) + " has no entry with " +

@@ -2,7 +2,7 @@
 
 #include "folder_names.h"
 
-#include "fold.h"
+#include "names.h"
 
 #include <algorithm>
 #include <system_error>
@@ -15,11 +15,11 @@ std::string FolderNames::found(fs::path const& folder, std::string const& name) 
     auto known = m_folders.find(folder);
     if (known == m_folders.end())
         known = m_folders.emplace(folder, namesIn(folder)).first;
-    std::string const folded = toLowerCase(name);
-    auto const other = known->second.find(folded);
+    std::string const lowerCase = toLowerCase(name);
+    auto const other = known->second.find(lowerCase);
     if (other == known->second.end())
         return name;
-    return other->second == folded ? folded : std::min(name, other->second);
+    return other->second == lowerCase ? lowerCase : std::min(name, other->second);
 }
 
 FolderNames::Names FolderNames::namesIn(fs::path const& folder) {
@@ -27,9 +27,9 @@ FolderNames::Names FolderNames::namesIn(fs::path const& folder) {
     std::error_code error; // a folder that cannot be read holds no other name for the library either
     for (fs::directory_entry const& entry : fs::directory_iterator(folder, error)) {
         std::string const name = entry.path().filename().string();
-        std::string const folded = toLowerCase(name);
-        std::string& first = names.emplace(folded, name).first->second;
-        if (first != folded && (name == folded || name < first))
+        std::string const lowerCase = toLowerCase(name);
+        std::string& first = names.emplace(lowerCase, name).first->second;
+        if (first != lowerCase && (name == lowerCase || name < first))
             first = name;
     }
     return names;

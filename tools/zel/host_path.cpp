@@ -1,5 +1,5 @@
-// The library folds names to lower case and looks for the first that differs in case alone. A host that tells
-// case may hold several; the one that was named must be the one that is found.
+// The library takes names in lower case, and looks for the first one that differs in case alone. A host that
+// tells case may hold several. The one that was named must be the one that is found.
 
 #include "host_path.h"
 

@@ -4,8 +4,8 @@
 #include "mounted_archive.h"
 
 #include "failure.h"
-#include "fold.h"
 #include "host_path.h"
+#include "names.h"
 #include "printable_text.h"
 
 #include <algorithm>

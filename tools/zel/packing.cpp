@@ -4,8 +4,8 @@
 
 #include "archive_writer.h"
 #include "failure.h"
-#include "fold.h"
 #include "host_files.h"
+#include "names.h"
 #include "printable_text.h"
 
 #include <algorithm>
@@ -17,11 +17,6 @@ namespace zel {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string storedName(std::string relative) {
-    std::replace(relative.begin(), relative.end(), '/', '\\');
-    return toLowerCase(std::move(relative));
-}
 
 /// Such a name would be taken for a drive or another directory when it is looked up.
 bool cannotBeLookedUp(std::string const& relative) {
@@ -97,7 +92,7 @@ void addTo(PackingPlan& plan, fs::directory_entry const& entry, std::string cons
 }
 
 /// Each of the names but the first is told with the first.
-void refuseNamesThatFoldToOne(PackingPlan& plan) {
+void refuseNamesThatAreStoredAsOne(PackingPlan& plan) {
     PackedFile const* first = nullptr;
     for (PackedFile const& file : plan.files) {
         if (first == nullptr || file.name != first->name)
@@ -129,7 +124,7 @@ PackingPlan planPacking(fs::path const& directory, fs::path const& archive, Pack
         return a.name != b.name ? a.name < b.name : a.source < b.source;
     });
 
-    refuseNamesThatFoldToOne(plan);
+    refuseNamesThatAreStoredAsOne(plan);
     std::string const shown = printableName(directory.string());
     if (plan.files.empty() && plan.refusals.empty())
         plan.refusals.push_back(shown + " holds no file to pack");

@@ -3,11 +3,10 @@
 #include "script_environment.h"
 
 #include "failure.h"
-#include "fold.h"
 #include "host_path.h"
+#include "names.h"
 #include "printable_text.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <zel/file.h>
@@ -51,8 +50,7 @@ void ScriptEnvironment::require(std::string const& name) {
 }
 
 std::string ScriptEnvironment::hostPath(std::string const& name) const {
-    std::string relative = name;
-    std::replace(relative.begin(), relative.end(), '\\', '/');
+    std::string const relative = withSlashes(name);
     for (std::string const& spelling : {relative, toLowerCase(relative)}) {
         fs::path const path = fs::path(m_data) / spelling;
         std::error_code error; // what cannot be looked at is not there

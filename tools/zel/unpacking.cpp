@@ -3,10 +3,9 @@
 #include "unpacking.h"
 
 #include "failure.h"
-#include "fold.h"
+#include "names.h"
 #include "printable_text.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -32,9 +31,7 @@ Unpacking::Unpacking(fs::path directory) : m_directory(std::move(directory)), m_
 fs::path Unpacking::place(std::string const& entryName) {
     if (char const* const reason = Zel::File::whyNotExtracted(entryName))
         throw Failure(kFinding, reason);
-    std::string relative = entryName;
-    std::replace(relative.begin(), relative.end(), '\\', '/');
-    fs::path target = fs::path(relative).lexically_normal();
+    fs::path target = fs::path(withSlashes(entryName)).lexically_normal();
     auto const [earlier, isNew] = m_placed.emplace(toLowerCase(target.generic_string()), entryName);
     if (!isNew)
         throw Failure(kFinding, "it would be the same file as " + printableName(earlier->second));

@@ -24,7 +24,7 @@ private:
     std::filesystem::path m_directory;
     OutputTree m_tree;
     unsigned long m_files = 0;                       ///< temporary names tried so far
-    std::map<std::string, std::string> m_placed;     ///< the entry placed under each folded name
+    std::map<std::string, std::string> m_placed;     ///< the entry placed under each name in lower case
     std::map<FileIdentity, std::string> m_extracted; ///< the entry that each file was extracted from
 };
 
