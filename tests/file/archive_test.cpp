@@ -106,7 +106,7 @@ TEST_F(LoadingTest, AFailedFileNameIsKeptWithTheOldEntries) {
     EXPECT_EQ(Zel::Archive::getArchiveCount(), 2) << "the new name counts, although nothing was loaded";
 }
 
-TEST_F(LoadingTest, KeysAreTheFoldedDataDirectoryAndTheStoredName) {
+TEST_F(LoadingTest, KeysAreTheDataDirectoryInLowerCaseAndTheStoredName) {
     fs::create_directory(path("sub"));
     std::string const name = packArchive("a.bva", {{"Upper", "x"}, {"with/slash", "x"}, {"plain", "x"}});
     Zel::File::setDataDir("SUB");

@@ -150,7 +150,7 @@ TEST_F(FileTest, WritingEmptiesALooseFileAndNeverTouchesAnArchive) {
     Zel::File("A", Zel::File::WRITE).write("new", 3);
     Zel::File("B", Zel::File::WRITE).write("new", 3);
     EXPECT_EQ(readFile("a"), "new");
-    EXPECT_EQ(readFile("b"), "new") << "created under the folded name";
+    EXPECT_EQ(readFile("b"), "new") << "created under the name in lower case";
     EXPECT_EQ(readFile("a.bva"), before);
     EXPECT_EQ(readThroughLibrary("a"), "packed");
 }

@@ -21,7 +21,7 @@ TEST_F(PosixTest, TheExactNameComesBeforeTheFirstInByteOrder) {
     writeFile("Dir/FILE.txt", "FILE.txt");
     EXPECT_EQ(readThroughLibrary("dir/file.txt"), "FILE.txt") << "'I' comes before 'i'";
     writeFile("Dir/file.txt", "file.txt");
-    EXPECT_EQ(readThroughLibrary("DIR/FILE.TXT"), "file.txt") << "folded, and then exact";
+    EXPECT_EQ(readThroughLibrary("DIR/FILE.TXT"), "file.txt") << "in lower case, and then exact";
     writeFile("dir/other", "x");
     EXPECT_THROW(readThroughLibrary("dir/file.txt"), Zel::FileException_OpenFailed)
         << "the exact directory is the one, even where another holds the file";
@@ -32,7 +32,7 @@ TEST_F(PosixTest, AFileThatIsThereIsWrittenWhateverItsCase) {
     { File("DIR/FILE.txt", File::WRITE).write("new", 3); }
     EXPECT_EQ(readFile("Dir/File.TXT"), "new");
     { File("DIR/Another.TXT", File::WRITE).write("x", 1); }
-    EXPECT_EQ(readFile("Dir/another.txt"), "x") << "a new one gets the folded name in the directory found";
+    EXPECT_EQ(readFile("Dir/another.txt"), "x") << "a new one gets its name in lower case";
     EXPECT_EQ(std::distance(fs::directory_iterator(path("Dir")), {}), 2);
     fs::create_symlink("target", path("link"));
     { File("LINK", File::WRITE).write("x", 1); }
@@ -64,7 +64,7 @@ TEST_F(PosixTest, AnArchiveIsReadFromTheDirectoryInWhichItWasLoaded) {
     File::sm_datadir = Zel::Path();
     Zel::Archive const archive("A.bva");
     EXPECT_EQ(archive.getFullPath(), test::libraryPath(path("Data")) + "\\A.bva") << "as given";
-    EXPECT_EQ(readThroughLibrary("entry"), "capital") << "only the name given is folded";
+    EXPECT_EQ(readThroughLibrary("entry"), "capital") << "only the name given is put in lower case";
     fs::remove(path("Data/a.bva"));
     EXPECT_THROW(readThroughLibrary("entry"), Zel::FileException_OpenFailed);
 }
@@ -101,7 +101,7 @@ TEST_F(PosixTest, AWorkingDirectoryThatIsGoneOrHasNoPathCannotBeTold) {
 TEST_F(PosixTest, AnArchiveIsReadUnderTheSpellingThatItWasLoadedUnder) {
     packArchive("foo.bva", {{"a", "lower"}});
     Zel::Archive const archive(packArchive("Foo.bva", {{"b", "capital"}}));
-    EXPECT_EQ(readThroughLibrary("a"), "lower") << "names are folded: the exact one is foo.bva";
+    EXPECT_EQ(readThroughLibrary("a"), "lower") << "in lower case, the exact one is foo.bva";
 }
 
 TEST_F(PosixTest, AFileNeverGrowsPastWhatItsSizeCanTell) {

@@ -48,7 +48,7 @@ using testing::HasSubstr;
 using Command = std::vector<std::string>;
 using PosixZelTest = test::ProgramTest;
 
-TEST_F(PosixZelTest, PackNamesOnceWhatFoldsToOneNameAndWhatCannotBeLookedUp) {
+TEST_F(PosixZelTest, PackNamesOnceWhatIsStoredAsOneAndWhatCannotBeLookedUp) {
     for (char const* name : {"t/A/x", "t/a/X", "t/a/x", "t/b", "t/c/b", "t/d:e", "t/d\\e"})
         writeFile(name, "1");
     EXPECT_EQ(zel({"pack", "t", "out.bva"}), 1);
