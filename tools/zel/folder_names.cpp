@@ -1,4 +1,4 @@
-// Reading folders, each once.
+// Reads the folders of the host.
 
 #include "folder_names.h"
 
@@ -24,7 +24,7 @@ std::string FolderNames::found(fs::path const& folder, std::string const& name) 
 
 FolderNames::Names FolderNames::namesIn(fs::path const& folder) {
     Names names;
-    std::error_code error; // a folder that cannot be read holds no other name for the library either
+    std::error_code error; // the library finds nothing in a folder that cannot be read, either
     for (fs::directory_entry const& entry : fs::directory_iterator(folder, error)) {
         std::string const name = entry.path().filename().string();
         std::string const lowerCase = toLowerCase(name);

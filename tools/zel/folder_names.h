@@ -1,4 +1,4 @@
-// The names in folders of the host, for a library that does not tell case.
+// The names in folders of the host, as a library that ignores case finds them.
 #pragma once
 
 #include <filesystem>
@@ -10,12 +10,13 @@ namespace zel {
 /// Reads each folder once, when it is first asked about.
 class FolderNames {
 public:
-    /// The name in a folder that the library finds for `name`: the one in lower case, or else the first of
-    /// those that differ in case alone.
+    /// The name that the library finds in a folder for `name`: the one in lower case or, when there is none,
+    /// the first in byte order of those that differ in case alone. `name` itself when there is none of these
+    /// either.
     std::string found(std::filesystem::path const& folder, std::string const& name);
 
 private:
-    using Names = std::map<std::string, std::string>; // what is found, by the name in lower case
+    using Names = std::map<std::string, std::string>; // the name that is found, by itself in lower case
 
     static Names namesIn(std::filesystem::path const& folder);
 

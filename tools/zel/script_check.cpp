@@ -16,7 +16,7 @@ namespace zel {
 namespace {
 
 struct CheckOptions {
-    ScriptPlaces places;
+    ScriptSources sources;
     std::vector<std::string> files;
 };
 
@@ -84,7 +84,7 @@ ExitCode check(std::string const& file, ScriptEnvironment& environment, Console 
 }
 
 ExitCode checkAll(CheckOptions const& options, Console const& console) {
-    ScriptEnvironment environment(options.places);
+    ScriptEnvironment environment(options.sources);
     ExitCode worst = kSuccess;
     for (std::string const& file : filesToCheck(options, console))
         worst = std::max(worst, check(file, environment, console));
@@ -93,10 +93,11 @@ ExitCode checkAll(CheckOptions const& options, Console const& console) {
 
 } // namespace
 
-void addScriptPlaces(CLI::App& command, ScriptPlaces& places) {
-    command.add_option("--data", places.data,
+void addScriptSources(CLI::App& command, ScriptSources& sources) {
+    command.add_option("--data", sources.data,
                        "the data directory: names of scripts and includes start there");
-    command.add_option("--archive", places.archives, "an archive to mount in the data directory; repeatable");
+    command.add_option("--archive", sources.archives,
+                       "an archive to mount in the data directory; repeatable");
 }
 
 void addScriptCheckCommand(CLI::App& script, Console& console) {
@@ -105,7 +106,7 @@ void addScriptCheckCommand(CLI::App& script, Console& console) {
         script.add_subcommand("check", "Parses scripts and reports what is wrong as FILE:LINE: MESSAGE.");
     command->add_option("FILE", options->files, "the scripts; - reads their names from standard input")
         ->required();
-    addScriptPlaces(*command, options->places);
+    addScriptSources(*command, options->sources);
     command->callback([options, &console] { console.exitCode = checkAll(*options, console); });
 }
 

@@ -11,7 +11,7 @@ namespace zel {
 
 struct Console;
 
-void addScriptPlaces(CLI::App& command, ScriptPlaces& places);
+void addScriptSources(CLI::App& command, ScriptSources& sources);
 void addScriptCheckCommand(CLI::App& script, Console& console);
 void addScriptDumpCommand(CLI::App& script, Console& console);
 

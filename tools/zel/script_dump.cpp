@@ -16,7 +16,7 @@ namespace zel {
 namespace {
 
 struct DumpOptions {
-    ScriptPlaces places;
+    ScriptSources sources;
     std::string file;
     bool json = false;
 };
@@ -125,9 +125,9 @@ void addScriptDumpCommand(CLI::App& script, Console& console) {
     CLI::App* const command = script.add_subcommand("dump", "Shows the blocks and variables of a script.");
     command->add_option("FILE", options->file, "the script")->required();
     command->add_flag("--json", options->json, "as JSON");
-    addScriptPlaces(*command, options->places);
+    addScriptSources(*command, options->sources);
     command->callback([options, &console] {
-        ScriptEnvironment environment(options->places);
+        ScriptEnvironment environment(options->sources);
         environment.require(options->file);
         auto parsed = whileReading(options->file, [&] { return Zel::Script(options->file); });
         if (options->json)

@@ -15,16 +15,16 @@ namespace zel {
 
 namespace fs = std::filesystem;
 
-ScriptEnvironment::ScriptEnvironment(ScriptPlaces const& places) : m_data(places.data) {
+ScriptEnvironment::ScriptEnvironment(ScriptSources const& sources) : m_data(sources.data) {
     // Full paths, taken before the data directory is set: from then on names start there.
     std::vector<std::string> fullPaths;
-    for (std::string const& archive : places.archives) {
+    for (std::string const& archive : sources.archives) {
         Zel::Path path(Zel::File::getCurrentDir());
         path.append(libraryName(archive));
         fullPaths.push_back(path.str());
     }
     Zel::File::setDataDir(Zel::File::getCurrentDir());
-    Zel::File::setDataDir(fs::path(places.data).lexically_normal().string());
+    Zel::File::setDataDir(fs::path(sources.data).lexically_normal().string());
     for (std::string const& path : fullPaths)
         m_archives.emplace_back(path);
 }

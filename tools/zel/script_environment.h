@@ -10,7 +10,7 @@
 
 namespace zel {
 
-struct ScriptPlaces {
+struct ScriptSources {
     std::string data;
     std::vector<std::string> archives;
 };
@@ -19,7 +19,7 @@ struct ScriptPlaces {
 class ScriptEnvironment {
 public:
     /// Throws the library's exceptions for an archive that cannot be mounted.
-    explicit ScriptEnvironment(ScriptPlaces const& places);
+    explicit ScriptEnvironment(ScriptSources const& sources);
 
     /// Makes sure that a script can be opened. Throws Failure when it is no regular file or when another file
     /// would be opened in its place (see refuseOtherCase), and what opening it throws.
