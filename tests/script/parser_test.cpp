@@ -73,51 +73,44 @@ TEST_F(ParserTest, TheTextTellsTheType) {
 }
 
 TEST_F(ParserTest, ValuesAreThoseOfTheirText) {
-    writeFile("main", "[a] big = 99999999999; low = -99999999999; edge = 2147483647; under = -2147483648;"
-                      "zero = (1.5,2); f = -0.125; blanks = (\" 1\",2); signs = (\"+3\",\"+-1\"); huge = 1" +
-                          std::string(400, '0') +
-                          ".0;"
-                          "v2 = (-1,.5.5); v3 = (1.0,-2.0,3); v4 = (1.0,2.0,,4); i = [-1.0,1.0]; b = TRUE;");
-    Zel::Script script("main");
-    script.lock("a");
-    EXPECT_EQ(script.getInt("big"), 2147483647);
-    EXPECT_EQ(script.getInt("low"), -2147483647 - 1);
-    EXPECT_EQ(script.getInt("edge"), 2147483647);
-    EXPECT_EQ(script.getInt("under"), -2147483647 - 1);
-    EXPECT_EQ(script.getFloat("zero"), 0.0f);
-    EXPECT_EQ(script.getFloat("f"), -0.125f);
-    EXPECT_EQ(script.getFloat("huge"), std::numeric_limits<float>::infinity());
-    EXPECT_EQ(script.getVector2("v2"), Zel::Vector2Template<float>(-1, 0.5f));
-    EXPECT_EQ(script.getVector2("blanks"), Zel::Vector2Template<float>(1, 2));
-    EXPECT_EQ(script.getVector2("signs"), Zel::Vector2Template<float>(3, 0));
-    EXPECT_EQ(script.getVector3("v3"), Zel::Vector3Template<float>(1, -2, 3));
-    EXPECT_EQ(script.getVector4("v4"), Zel::Vector4Template<float>(1, 2, 0, 4));
-    EXPECT_EQ(script.getInterval("i"), Zel::IntervalTemplate<float>(-1, 1));
-    EXPECT_TRUE(script.getBool("b"));
-}
-
-TEST_F(ParserTest, EscapesAreDecodedInStrings) {
-    for (auto const& [text, expected] : {std::pair(R"(fill\n)", "fill\n"),
-                                         {R"(a\\b)", R"(a\b)"},
-                                         {R"(a\tb)", R"(a\b)"},
-                                         {R"(\\n)", R"(\n)"},
-                                         {R"(end\)", R"(end\)"},
-                                         {R"(\\\)", R"(\\)"}}) {
-        writeFile("main", "[a] s = \"" + std::string(text) + "\";");
+    auto const parse = [this](std::string const& value) {
+        writeFile("main", "[a] x = " + value + ";");
         Zel::Script script("main");
-        script.lock(0);
-        EXPECT_EQ(script.getString("s"), expected) << text;
-    }
+        script.lock("a");
+        return script;
+    };
+    for (auto const& [text, value] : {std::pair("99999999999", INT32_MAX),
+                                      {"2147483647", INT32_MAX},
+                                      {"-99999999999", INT32_MIN},
+                                      {"-2147483648", INT32_MIN}})
+        EXPECT_EQ(parse(text).getInt("x"), value) << text;
+    std::string const huge = "1" + std::string(400, '0') + ".0"; // a float ends at 3.4e38
+    for (auto const& [text, value] : {std::pair<std::string, float>("(1.5,2)", 0),
+                                      {"-0.125", -0.125f},
+                                      {huge, std::numeric_limits<float>::infinity()}})
+        EXPECT_EQ(parse(text).getFloat("x"), value) << text;
+    for (auto const& [text, x, y] :
+         {std::tuple("(-1,.5.5)", -1.0f, 0.5f), {"(\" 1\",2)", 1, 2}, {"(\"+3\",\"+-1\")", 3, 0}})
+        EXPECT_EQ(parse(text).getVector2("x"), Zel::Vector2Template<float>(x, y)) << text;
+    EXPECT_EQ(parse("(1.0,-2.0,3)").getVector3("x"), Zel::Vector3Template<float>(1, -2, 3));
+    EXPECT_EQ(parse("(1.0,2.0,,4)").getVector4("x"), Zel::Vector4Template<float>(1, 2, 0, 4));
+    EXPECT_EQ(parse("[-1.0,1.0]").getInterval("x"), Zel::IntervalTemplate<float>(-1, 1));
+    EXPECT_TRUE(parse("TRUE").getBool("x"));
+    for (auto const& [text, decoded] : {std::pair(R"("fill\n")", "fill\n"),
+                                        {R"("a\\b")", R"(a\b)"},
+                                        {R"("a\tb")", R"(a\b)"},
+                                        {R"("\\n")", R"(\n)"},
+                                        {R"("end\")", R"(end\)"},
+                                        {R"("\\\")", R"(\\)"}})
+        EXPECT_EQ(parse(text).getString("x"), decoded) << text;
 }
 
 TEST_F(ParserTest, BlocksMayBeNestedAsDeepAsYouLike) {
     constexpr int kDepth = 10'000;
-    std::string text, closing;
-    for (int i = 0; i < kDepth; ++i) {
+    std::string text;
+    for (int i = 0; i < kDepth; ++i)
         text += "[b]{";
-        closing += '}';
-    }
-    writeFile("main", text + "[leaf] x = 1;" + closing);
+    writeFile("main", text + "[leaf] x = 1;" + std::string(kDepth, '}'));
     Zel::Script script("main");
     for (int i = 0; i < kDepth; ++i)
         script.lock("b");

@@ -35,24 +35,21 @@ TEST(ScriptPlaceTest, IsFoundWhateverTheFileIsCalled) {
     }
 }
 
-TEST(ScriptPlaceTest, IsNoneWhereTheMessageNamesNone) {
+TEST(ScriptPlaceTest, IsNoneWhereTheMessageNamesNoneOrMayHaveBeenCutOff) {
     Zel::ScriptException_SyntaxError other("main", 1);
     other.setError(" at line 2");
+    std::size_t const words = std::string("Syntax error in file  at line 12").size();
+    std::string const name(1022 - words, 'f'); // the longest message has 1023 characters
+    EXPECT_EQ(placeOf(Zel::ScriptException_SyntaxError(name.c_str(), 12)), name + ":12");
     for (std::string const& place :
-         {placeOf(Zel::ScriptException_BlockNotFound("main", "a")),
+         {placeOf(Zel::ScriptException_SyntaxError((name + "f").c_str(), 12)),
+          placeOf(Zel::ScriptException_SyntaxError((name + "ff").c_str(), 12)),
+          placeOf(Zel::ScriptException_BlockNotFound("main", "a")),
           placeOf(Zel::ScriptException_TypeMismatch("main", "x")),
           placeOf(Zel::ScriptException_UndefinedVariable("main", "a", "x")),
           placeOf(Zel::FileException_OpenFailed("Syntax error in file main at line 1")),
           placeOf(Zel::ScriptException_SyntaxError()), placeOf(other)})
         EXPECT_EQ(place, "none");
-}
-
-TEST(ScriptPlaceTest, IsNoneInAMessageThatMayHaveBeenCutOff) {
-    std::size_t const words = std::string("Syntax error in file  at line 12").size();
-    std::string const longest(1022 - words, 'f'); // of a message of at most 1023 characters
-    EXPECT_EQ(placeOf(Zel::ScriptException_SyntaxError(longest.c_str(), 12)), longest + ":12");
-    EXPECT_EQ(placeOf(Zel::ScriptException_SyntaxError((longest + "f").c_str(), 12)), "none");
-    EXPECT_EQ(placeOf(Zel::ScriptException_SyntaxError((longest + "ff").c_str(), 12)), "none");
 }
 
 } // namespace

@@ -19,14 +19,10 @@ TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
     writeFile("fine", "[a]");
     for (auto const& [name, text, report] : // which follows "name:"
          {std::tuple("syntax", "[a]\nx = ;\n", "2: Syntax error in file syntax at line 2"),
-          {"interval", "[a]\n\nx = [2,1];", "3: Interval x has an invalid range in file interval at line 3"},
           {"directive", "#nothing\n",
            "2: Unknown preprocessor directive \"#nothing\" in directive on line 2"},
-          {"defined", "#define A 1\n#define A 1",
-           "2: Preprocessor macro \"A\" already defined in defined on line 2"},
-          {"comment", "\n/*\n", "2: Comment beginning on line 2 in comment is not terminated"},
           {"character", "\xC4", "1: Invalid character '\\xc4' (0xc4) in character on line 1"},
-          {"loop", "#include loop\n", "2: File loop includes itself without end in loop on line 2"},
+          // The message tells no line: it is the last one.
           {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
           {"braces", "[a] { { [b] }", "1: The count of { } characters does not match in braces"},
           {"missing", "// more\n\n # include \"gone\"\n", "3: Failed to open file \"gone\""}}) {
@@ -41,19 +37,15 @@ TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
 }
 
 TEST_F(ScriptCommandsTest, CheckTakesAListAndGoesOnPastEachFault) {
-    std::string list;
-    for (int i = 0; i < 1000; ++i) {
-        std::string const name = "s" + std::to_string(i);
-        writeFile(name, i % 10 == 0 ? "[a] x = ;" : "[a] x = 1;");
-        list += name + (i % 2 == 0 ? "\n" : "\r\n");
-    }
-    EXPECT_EQ(zel({"script", "check", "-"}, list), 1);
-    std::string const reports = out();
-    EXPECT_EQ(std::count(reports.begin(), reports.end(), '\n'), 100);
-    EXPECT_THAT(reports, HasSubstr("s990:1: Syntax error in file s990 at line 1\n"));
-    EXPECT_EQ(zel({"script", "check", "-"}, "nowhere\ns0\n"), 3) << "a script that is not there is a failure";
+    writeFile("bad", "x");
+    writeFile("fine", "[a]");
+    std::string const report = "bad:1: Syntax error in file bad at line 1\n";
+    EXPECT_EQ(zel({"script", "check", "-"}, "bad\nfine\r\n\nbad\r\nbad"), 1);
+    EXPECT_EQ(out(), report + report + report);
+    EXPECT_EQ(zel({"script", "check", "-"}, "nowhere\nbad\n"), 3)
+        << "a script that is not there is a failure";
     EXPECT_EQ(err(), "zel: Failed to open file \"nowhere\"\n");
-    EXPECT_THAT(out(), HasSubstr("s0:1:"));
+    EXPECT_EQ(out(), report);
 }
 
 TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
