@@ -69,19 +69,9 @@ File::File(std::string const& name, Mode mode) : File() {
         throw FileException_OpenFailed(name.c_str());
 }
 
-// Meant: shallow. From now on either may move the stream that the other reads.
-File::File(File const& other)
-    : m_filename(other.m_filename),
-      m_mode(other.m_mode),
-      m_size(other.m_size),
-      m_offset(other.m_offset),
-      m_archive(other.m_archive),
-      m_handle(other.m_handle),
-      m_position(other.m_position),
-      m_inStep(false) {
-    other.loseStep();
-}
+File::File(File const& other) : File() { *this = other; }
 
+// Meant: shallow. From now on either may move the stream that the other reads.
 File& File::operator=(File const& other) {
     m_filename = other.m_filename;
     m_mode = other.m_mode;

@@ -124,7 +124,8 @@ void TextFile::skipWhiteSpaces() {
     int const next = readTo(kSpaceEnds, nullptr);
     if (next == 0 && !endReached())
         pass(1);
-    // Meant: what is put back is put back where this File stands, which need not be where the stream does.
+    // The character that ends the white space was not read, so it need not be put back (unreadChar). Meant: a
+    // stream that copies share is moved to where this File stands all the same.
     if (next != 0 && !m_inStep)
         setPosition(getPosition());
 }

@@ -2,12 +2,12 @@
 
 #include "script/preprocessor.h"
 
+#include "file/content.h"
 #include "file/names.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
-#include <zel/file.h>
 #include <zel/script.h>
 
 namespace Zel {
@@ -40,9 +40,11 @@ std::vector<std::string> splitWords(std::string const& text) {
 }
 
 std::string readWhole(std::string const& name) {
-    File file(name, File::READ_TEXT);
-    std::string text(static_cast<std::size_t>(file.getSize()), '\0');
-    file.read(text.data(), file.getSize());
+    std::string text;
+    FileContent(name).readWhole([&text](std::size_t size) {
+        text.resize(size);
+        return text.data();
+    });
     return text;
 }
 

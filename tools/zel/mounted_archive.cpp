@@ -1,5 +1,5 @@
-// All entries of an archive, read straight from its file: the library opens entries by names that it folds, and
-// so not those stored in capitals or under a name that another archive or entry hides.
+// All entries of an archive, read straight from its file: the library opens entries by names that it folds,
+// and so not those stored in capitals or under a name that another archive or entry hides.
 
 #include "mounted_archive.h"
 
