@@ -4,7 +4,6 @@
 
 #include "archive/scramble.h"
 #include "core/crc32_register.h"
-#include "core/little_endian.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,17 +19,6 @@ constexpr std::size_t kRecordNumbers = 16;
 
 /// Tables are worked on in pieces of so many bytes, each of which stays in the processor's first cache.
 constexpr std::size_t kPieceSize = 16384;
-
-/// Of a record that is there as a whole.
-std::string_view nameOf(unsigned char const* record) {
-    return {reinterpret_cast<char const*>(record + 4), littleEndian32(record)};
-}
-
-Record decode(unsigned char const* record) {
-    std::string_view const name = nameOf(record);
-    unsigned char const* const numbers = record + 4 + name.size();
-    return {name, littleEndian32(numbers), littleEndian32(numbers + 4), littleEndian32(numbers + 8)};
-}
 
 std::uint32_t readNumber(ReadBytes const& read) {
     unsigned char bytes[4];
@@ -78,7 +66,7 @@ std::vector<std::uint32_t> findRecords(TableText const& text, std::string const&
         unsigned char const* const record = text.at(at);
         std::size_t const left = text.size() - at;
         if (left < kRecordNumbers || littleEndian32(record) > left - kRecordNumbers ||
-            decode(record).size == 0)
+            decodeRecord(record).size == 0)
             throw Exception_ArchiveCorrupt(archiveName.c_str());
         records.push_back(static_cast<std::uint32_t>(at));
         at += kRecordNumbers + littleEndian32(record);
@@ -89,7 +77,7 @@ std::vector<std::uint32_t> findRecords(TableText const& text, std::string const&
 /// Brings records into the order of their names. Of those with one name, the first stays.
 void sortRecords(std::vector<std::uint32_t>& records, TableText const& text) {
     auto const isLess = [&text](std::uint32_t a, std::uint32_t b) {
-        return nameOf(text.at(a)) < nameOf(text.at(b));
+        return recordName(text.at(a)) < recordName(text.at(b));
     };
     auto const isNotLess = [&isLess](std::uint32_t a, std::uint32_t b) {
         return !isLess(a, b);
@@ -126,19 +114,9 @@ void EntryTable::index() {
     m_index = NameIndex(size(), [this](std::size_t position) { return nameAt(position); });
 }
 
-Record EntryTable::recordAt(std::size_t position) const { return decode(m_text.at(m_records[position])); }
-
-std::string_view EntryTable::nameAt(std::size_t position) const {
-    return nameOf(m_text.at(m_records[position]));
-}
-
-std::optional<std::size_t> EntryTable::find(std::string_view name) const {
-    return m_index.find(name, [this](std::size_t position) { return nameAt(position); });
-}
-
 void EntryTable::remove(std::function<bool(std::string_view name)> const& isChosen) {
-    std::size_t const removed =
-        std::erase_if(m_records, [&](std::uint32_t record) { return isChosen(nameOf(m_text.at(record))); });
+    std::size_t const removed = std::erase_if(
+        m_records, [&](std::uint32_t record) { return isChosen(recordName(m_text.at(record))); });
     if (removed > 0)
         index();
 }

@@ -13,6 +13,7 @@
 // In memory, the table stays as it was read: an entry takes little more than its record.
 #pragma once
 
+#include "core/little_endian.h"
 #include "core/name_index.h"
 
 #include <cstddef>
@@ -33,6 +34,18 @@ struct Record {
     std::uint32_t offset;
     std::uint32_t crc;
 };
+
+// Of a record that is there as a whole:
+
+inline std::string_view recordName(unsigned char const* record) {
+    return {reinterpret_cast<char const*>(record + 4), littleEndian32(record)};
+}
+
+inline Record decodeRecord(unsigned char const* record) {
+    std::string_view const name = recordName(record);
+    unsigned char const* const numbers = record + 4 + name.size();
+    return {name, littleEndian32(numbers), littleEndian32(numbers + 4), littleEndian32(numbers + 8)};
+}
 
 /// The records of a table, unscrambled, back to back. A copy has bytes of its own.
 class TableText {
@@ -69,11 +82,13 @@ public:
 
     std::size_t size() const { return m_records.size(); }
 
-    Record recordAt(std::size_t position) const;
-    std::string_view nameAt(std::size_t position) const;
+    Record recordAt(std::size_t position) const { return decodeRecord(m_text.at(m_records[position])); }
+    std::string_view nameAt(std::size_t position) const { return recordName(m_text.at(m_records[position])); }
 
     /// The entry of that name.
-    std::optional<std::size_t> find(std::string_view name) const;
+    std::optional<std::size_t> find(std::string_view name) const {
+        return m_index.find(name, [this](std::size_t position) { return nameAt(position); });
+    }
 
     /// Takes out the entries whose names are chosen.
     void remove(std::function<bool(std::string_view name)> const& isChosen);

@@ -8,8 +8,6 @@ namespace Zel {
 /// The text in lower case, byte by byte, as the C library's tolower has it.
 std::string toLowerCase(std::string text);
 
-inline bool isSeparator(char character) { return character == '\\' || character == '/'; }
-
 /// The text with backslashes in the place of slashes.
 std::string withBackslashes(std::string text);
 

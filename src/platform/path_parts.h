@@ -7,6 +7,8 @@
 
 namespace Zel {
 
+inline bool isSeparator(char character) { return character == '\\' || character == '/'; }
+
 /// Goes through the parts of a path, empty ones too: "a//b" has three, "" has one. The path must outlive it.
 class PathParts {
 public:
@@ -17,7 +19,8 @@ public:
         if (m_next > m_path.size())
             return false;
         m_begin = m_next;
-        m_end = std::min(m_path.find_first_of("\\/", m_begin), m_path.size());
+        m_end = static_cast<std::size_t>(std::find_if(m_path.begin() + m_begin, m_path.end(), isSeparator) -
+                                         m_path.begin());
         m_next = m_end + 1;
         return true;
     }
