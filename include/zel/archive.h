@@ -14,7 +14,7 @@ namespace Zel {
 class ArchiveEntries;
 class FileContent;
 
-/// The entries of an archive file, and the registry of all archives alive.
+/// The entries of an archive file, and the registry of archives (copies are not in it).
 ///
 /// An entry's key is the data directory at the time of loading, in lower case, followed by the name stored in
 /// the archive: with the data directory c:\data, the entry maps\a.bin has the key c:\data\maps\a.bin. File
@@ -27,10 +27,11 @@ public:
         std::uint32_t size = 0;     ///< length in bytes
         std::uint32_t offset = 0;   ///< position in the archive file, in bytes
         std::uint32_t crc = 0;      ///< CRC-32 of the unscrambled bytes
-        std::uint32_t accessed = 0; ///< 1 once a lookup has found the entry, and from then on
+        std::uint32_t accessed = 0; ///< 1 in what a successful find tells
     };
 
-    /// Empty, without a name, and registered at once.
+    /// Empty, without a name, and registered at once. Throws FileException_GetCurrentDirFailed when this is
+    /// the first archive and the working directory cannot be told (see File::getCurrentDir).
     Archive();
 
     /// Loads an archive file as setFileName does, then registers this archive. When loading throws, nothing
@@ -45,8 +46,12 @@ public:
     virtual ~Archive();
 
     /// Loads an archive file: adds its entries to those already held. Meant: where a key is there already,
-    /// the earlier entry stays, also when one table names it twice. The file is opened as File opens it, so
-    /// it may lie in an archive registered earlier.
+    /// the earlier entry stays, also when one table names it twice. Meant: File reads all entries from the
+    /// file named last; so use one Archive for each file.
+    ///
+    /// Meant: a relative name is loaded from the data directory, as File opens it, but its entries are read
+    /// from the current directory at that time: give a full path. An archive inside another one loads, but
+    /// its entries are read from the disk alone.
     ///
     /// Throws what opening and reading a File throws; a file shorter than its header tells is a
     /// FileException_ReadError. Throws Exception_ArchiveVersionInvalid, and Exception_ArchiveCorrupt when the
@@ -54,7 +59,8 @@ public:
     /// After a failure the old entries are kept, and the new name.
     void setFileName(std::string const& fileName);
 
-    /// The current directory at the time of loading, joined with the file name. File reads the entries there.
+    /// The current directory at the time of loading, joined with the file name. File reads the entries there,
+    /// with the name in lower case.
     std::string const& getFullPath() const;
 
     /// Whether there is an entry of exactly this key. The entry is not marked accessed.

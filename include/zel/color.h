@@ -94,7 +94,7 @@ public:
     FColor& operator-=(FColor const& other);
     FColor& operator*=(FColor const& other);
     FColor& operator*=(float factor);
-    /// Meant: alpha stays, unlike in every other operation: a sum of colours can be divided by their count.
+    /// Meant: alpha stays, with /= and / alone of these operators; it serves averages of colours.
     /// (1, 1, 1, 1) / 2 is (0.5, 0.5, 0.5, 1).
     FColor& operator/=(float divisor);
 
@@ -109,7 +109,7 @@ public:
     float intensity() const;
 
     /// out = a + (b - a) * t on all four channels: a for t = 0, b for t = 1. `out` may be the object b, but
-    /// not a: it is assigned first.
+    /// not a, as `out` is written first.
     static void interpolate(FColor& out, FColor const& a, float t, FColor const& b);
 
     /// Blends four corners on all four channels: fx from 0 to 1 leads from c00 to c10, fy from c00 to c01.

@@ -6,8 +6,8 @@
 namespace Zel {
 
 /// An error with a message of at most 1023 characters, which the object holds itself. No exception owns
-/// memory, so all can be thrown, caught by value and copied freely. It is no std::exception: catch
-/// Zel::Exception.
+/// memory, so all can be thrown and copied freely. They are no std::exceptions. Catch Zel::Exception const&:
+/// a copy of type Exception keeps the message and loses the class.
 class ZEL_API Exception {
 public:
     /// An empty message.
@@ -35,10 +35,10 @@ private:
         Name(__VA_ARGS__);                     \
     }
 
-/// An archive file of another version than 44. No FileException: a handler for these does not catch it.
+/// An archive file of another version than 44. It is no FileException: a handler for these does not catch it.
 ZEL_DECLARE_EXCEPTION(Exception_ArchiveVersionInvalid, Exception, char const* archiveName, int foundVersion,
                       int expectedVersion);
-/// An archive's table of entries fails its checksum or contradicts itself. No FileException either.
+/// An archive's table of entries fails its checksum or contradicts itself. It is no FileException either.
 ZEL_DECLARE_EXCEPTION(Exception_ArchiveCorrupt, Exception, char const* archiveName);
 
 /// The family of all failures of files and directories.
@@ -48,7 +48,8 @@ class ZEL_API FileException : public Exception {};
 ZEL_DECLARE_EXCEPTION(FileException_OpenFailed, FileException, char const* fileName);
 /// Part of the vocabulary; no operation of the library throws it.
 ZEL_DECLARE_EXCEPTION(FileException_GetSizeFailed, FileException, char const* fileName);
-/// A read past the end, or one for which the host delivered too few bytes.
+/// A read past the end or from a file opened for writing, one for which the host delivered too few bytes, or
+/// an archive that is shorter than it promises.
 ZEL_DECLARE_EXCEPTION(FileException_ReadError, FileException, char const* fileName);
 /// A write of which not all bytes could be stored, or one to a file opened for reading.
 ZEL_DECLARE_EXCEPTION(FileException_WriteError, FileException, char const* fileName);

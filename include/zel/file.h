@@ -55,8 +55,9 @@ private:
 /// case before it is looked up. A file opened for reading is looked up in the registered archives, the newest
 /// first, and then on the disk.
 ///
-/// Every failure throws an exception that names the file as the caller did. One thread at a time uses a File.
-/// Set up archives and directories before other threads open files.
+/// Opening, reading, writing and seeking throw when they fail; the exception names the file as the caller
+/// did. The other operations say what they do. One thread at a time uses a File. Set up archives and
+/// directories before other threads open files.
 class ZEL_API File {
 public:
     enum Mode : std::int32_t {
@@ -69,8 +70,9 @@ public:
     /// Closed, without a name.
     File();
 
-    /// Opens a file. Every open of an archived file reads it through once, in pieces, to check its CRC-32. An
-    /// archive that cannot be opened counts as one without the file.
+    /// Opens a file. Every open of an archived file reads it through once, in pieces, to check its CRC-32.
+    /// The newest archive that has the file decides. When that archive cannot be opened, the disk is
+    /// searched; older archives are not.
     ///
     /// Throws FileException_OpenFailed when nothing can be opened. That includes a directory, a name with a
     /// zero byte, a loose file of more than 2^31 - 1 bytes, and an unknown mode. Throws
@@ -85,7 +87,7 @@ public:
     File(File const& other);
     File& operator=(File const& other);
 
-    /// Closes the stream.
+    /// Closes the stream. A failure to store the last bytes is lost here: call flush first to learn of it.
     virtual ~File();
 
     /// The name as it was given.
@@ -96,20 +98,23 @@ public:
     /// earlier bytes counts, too.
     int getSize() const;
 
-    /// The position in bytes from the start of the file. A new one is not compared with the size. Throws
-    /// FileException_SeekError when the host refuses to go there; the position is kept all the same.
+    /// The position in bytes from the start of the file. Setting it compares it neither with the size nor
+    /// with 0: keep it from 0 to getSize(). Throws FileException_SeekError when the host refuses to go there;
+    /// the position is kept all the same.
     int getPosition() const;
     void setPosition(int position);
 
+    /// Whether the position is at the end or behind it.
     bool endReached() const { return m_position >= std::int64_t{m_offset} + m_size; }
 
-    /// Reads exactly `count` bytes. Throws FileException_ReadError, and reads nothing, when fewer are left or
-    /// the file was opened for writing. Throws it, too, when the host delivers too few; the position is
-    /// behind those that came.
+    /// Reads exactly `count` bytes. Throws FileException_ReadError, and reads nothing, when fewer are left,
+    /// `count` is negative, or the file was opened for writing. Throws it, too, when the host delivers too
+    /// few; the position is behind those that came.
     void read(void* buffer, int count);
 
-    /// Writes `count` bytes. Throws FileException_WriteError when not all could be stored, and when the file
-    /// was opened for reading: then position and size stay.
+    /// Writes `count` bytes. Throws FileException_WriteError when not all could be stored; position and size
+    /// then count those that were. Throws it, too, and writes nothing, when the file was opened for reading,
+    /// `count` is negative, or the file would pass 2^31 - 1 bytes.
     void write(void const* buffer, int count);
 
     /// Hands what was written to the host. Throws FileException_WriteError when the host refuses it. Does
@@ -119,14 +124,16 @@ public:
     /// The data directory, which every file's name is relative to; empty at first. Meant: setting appends
     /// (see Path::append). setDataDir("c:/data") and then setDataDir("maps") gives c:\data\maps; only a
     /// directory with a drive replaces the present one. Getting adds a final separator unless it is empty.
+    /// Throws FileException_DirectoryNotFound as append does.
     static void setDataDir(std::string directory);
     static std::string getDataDir();
 
     /// The library's current directory. It follows the process's working directory until an archive with a
     /// file name is registered; from then on it is what was remembered last.
     ///
-    /// Setting appends to what is remembered. Without such an archive it also changes the working directory
-    /// to `directory`, and throws FileException_DirectoryNotFound when that fails.
+    /// Setting appends to what is remembered, and throws FileException_DirectoryNotFound as append does.
+    /// Without such an archive it also changes the working directory to `directory`; it throws the same when
+    /// that fails, and what is remembered has changed then.
     ///
     /// Getting, without such an archive, remembers the working directory and returns it with a final
     /// separator. It throws FileException_GetCurrentDirFailed when the host cannot tell it, when it has more
@@ -150,25 +157,25 @@ public:
     /// created.
     ///
     /// The pattern holds one integer conversion (%d, %i, %u, %x, %X or %o, with flags, width and precision).
-    /// One without a conversion gives its own text. Throws FileException_GetTempNameFailed when that is
-    /// taken, for any other conversion, for a length modifier (%ld), and for a name of more than 259
-    /// characters.
+    /// One without a conversion gives its own text. Throws FileException_GetTempNameFailed when all names
+    /// of the pattern are taken, for any other conversion, for a length modifier (%ld), and for a name of
+    /// more than 259 characters.
     static std::string getTempName(std::string const& pattern);
 
     /// Whether an archive has a file of that name. When archive-only is 0, the disk is asked as well, where a
     /// directory counts, too. Throws FileException_DirectoryNotFound as opening a File does.
     static bool exists(std::string const& name);
 
-    /// The name behind its last "/", and of that what is behind its last "\". Meant: each step keeps at most
-    /// length - 2 characters, so the last character is lost, too, when the separator comes first: "/abc"
-    /// gives "ab".
+    /// The name behind its last "/", and of that what is behind its last "\". Meant: when the separator comes
+    /// first, the last character is lost, too: "/abc" gives "ab".
     static std::string stripPath(std::string const& name);
 
     /// The name up to its last ".". Meant: a "." in a directory's name counts, too: "a.b\c" gives "a".
     static std::string stripExtension(std::string const& name);
 
-    /// The extension of the name's last part, without the ".". Empty when there is none, and when directory,
-    /// stem or extension has more than 255 characters.
+    /// The extension of the name's last part, without the "."; empty when there is none. Empty, too, when the
+    /// directory with its separator, the stem, or the extension with its "." has more than 255 characters.
+    /// The name ends at a zero byte.
     static std::string getExtension(std::string const& name);
 
     /// Everything up to the last separator, with it; empty when there is none.
@@ -178,8 +185,9 @@ public:
     // directory of its own (see getTmpDir). All that it makes is recorded for `cleanup`, also when it fails.
     // Nothing is made or removed through a link that others put there meanwhile.
     //
-    // An entry is not extracted when nothing can be written under its name, or when its name leads out of the
-    // destination (see whyNotExtracted). Of entries that are one file on this host, the last one stays.
+    // An operation returns false when its archive's file cannot be opened, no temporary directory can be
+    // made, nothing can be written under an entry's name, or that leads out of the destination (see
+    // whyNotExtracted). Of entries that are one file on this host, the last one stays.
     //
     // Exceptions name the entry's key. FileException_FileCorrupted: the checksum differs.
     // FileException_SeekError, FileException_ReadError: the archive is shorter than it promises.
@@ -193,8 +201,10 @@ public:
     static bool extractFile(std::string& name);
 
     /// Extracts all entries below a directory, in the order of their keys, from the newest archive that has
-    /// any. Stops at the first entry that fails. Returns whether all succeeded. Once one has, `dir` is the
-    /// temporary directory followed by what was given, with a final backslash.
+    /// any. Meant: takes every entry whose key contains the directory's full path and a backslash, which may
+    /// lie elsewhere when the data directory is empty. Stops at the first entry that fails. Returns whether
+    /// all succeeded. Once one has, `dir` is the temporary directory followed by what was given, with a final
+    /// backslash.
     ///
     /// When no archive has any, or the first fails, the result is false while archive-only is set. Otherwise
     /// `dir` becomes its full path in lower case, with a final backslash, and the result tells whether that
@@ -203,7 +213,7 @@ public:
 
     /// The same, but into `destination`, an existing directory given with a final separator, and for good:
     /// nothing is recorded for `cleanup`. Files there are overwritten. Links there are followed, as they are
-    /// the caller's own. Into an empty destination nothing is extracted.
+    /// the caller's own. With "" as destination nothing is extracted.
     static bool extractDirectoryPermanent(std::string& dir, std::string destination);
 
     /// Removes what temporary extractions and getTmpDir have recorded, the newest first, and empties the
@@ -219,19 +229,20 @@ public:
     /// followed. Failures are ignored.
     void forced_remove_directory(char const* directory);
 
-    /// Why an entry stored under this name is not extracted, in a few words; null when it is. A name must
-    /// lead down from the destination to a file, on this host. For programs that write entries to disk
-    /// themselves.
+    /// Why an entry stored under this name is refused, in a few words (a literal); null when it is not
+    /// refused. A name must lead down from the destination to a file, on this host. For programs that write
+    /// entries to disk themselves.
     static char const* whyNotExtracted(std::string const& name);
 
     /// Archive-only, 1 at first. While it is not 0, `exists` and the extraction operations do not look for
-    /// files on the disk. Opening a File does, whatever it is.
+    /// files on the disk. Opening a File ignores this setting.
     static void setArchiveOnly(int archiveOnly);
     static int getArchiveOnly();
 
     /// Whether temporary directories get unique names; 1 at first. With 0 they are tmp_1, tmp_2 and so on.
     static void setUniquePathNames(int unique);
 
+    // What the operations above set and read.
     static Path sm_datadir;
     static Path sm_currentDir;
     static int sm_archiveonly;
@@ -262,11 +273,12 @@ private:
     mutable bool m_inStep;
 };
 
-/// A file of typed values of fixed width. bool, char and unsigned char take 1 byte; short and Float16 take 2;
-/// int, long (on every platform) and float take 4; vectors and intervals are their components in order.
+/// A file of typed values of fixed width. bool, char and unsigned char take 1 byte; short, unsigned short and
+/// Float16 take 2; int, long (on every platform), their unsigned types and float take 4; vectors and
+/// intervals are their components in order.
 ///
-/// A read that fails throws as File::read does. The value then holds the bytes that came, in the file's
-/// order.
+/// Reading throws as File::read does. When the host delivers too few bytes, a number holds those that came,
+/// in the file's order.
 class ZEL_API BinaryFile : public File {
 public:
     enum ByteOrder : std::int32_t {
@@ -293,9 +305,9 @@ public:
     BinaryFile& operator>>(Vector4Template<float>& value);
     BinaryFile& operator>>(IntervalTemplate<float>& value);
 
-    /// Reads the whole file; the position must be 0. Meant: no length is read, unlike what << writes. As many
-    /// bytes as the file has are read from the present position, so at any other the text takes what is left,
-    /// and FileException_ReadError is thrown.
+    /// Reads the whole file; call it at position 0. Meant: no length is read, unlike what << writes. At
+    /// another position it asks for the whole file's length, reads what is left, and throws
+    /// FileException_ReadError.
     BinaryFile& operator>>(std::string& value);
 
     BinaryFile& operator<<(bool value);
@@ -317,7 +329,7 @@ public:
     /// Writes the length as 4 bytes, then the characters. Meant, although >> reads no length.
     BinaryFile& operator<<(std::string const& value);
 
-    /// A pointer would silently become a bool. Write text as std::string, string literals, too.
+    /// Deleted: a pointer would be written as a bool. Write text, literals too, as std::string.
     template <class T>
     BinaryFile& operator<<(T const* pointer) = delete;
 
@@ -348,13 +360,13 @@ public:
     /// Reads the rest of the file, up to a zero byte.
     void readFile(std::string& text);
 
-    /// Skips white space (and so blank lines), then reads a line without its CR or LF. Returns whether it had
-    /// one. When it had none, the file has ended, and `line` holds what was there.
+    /// Skips white space (and so blank lines), then reads a line without its CR or LF. True when CR or LF
+    /// ended it; false when a zero byte or the file's end did. `line` holds what was read either way.
     bool readLine(std::string& line);
 
-    /// Reads the words of a line, up to CR, LF or the end of the file. Meant: every single white space ends a
-    /// word, so two in a row have an empty word between them. Meant: of CR LF, the LF is left and becomes a
-    /// line of its own.
+    /// Reads the words of a line, up to CR, LF or the end of the file. A zero byte ends a word, not the line.
+    /// Meant: every single white space ends a word, so two in a row have an empty word between them. Meant:
+    /// of CR LF, the LF is left and becomes a line of its own.
     void readLine(std::vector<std::string>& words);
 
     TextFile& operator>>(std::string& value);
@@ -383,7 +395,6 @@ public:
     /// Red, green and blue; alpha stays as it is.
     TextFile& operator>>(FColor& value);
 
-    /// Nothing is written before or after the value.
     TextFile& operator<<(std::string const& value);
 
     /// Written with six decimals.
@@ -400,7 +411,7 @@ public:
     /// Written as the components with a space between them.
     TextFile& operator<<(Vector3Template<float> const& value);
 
-    /// Others (bool, char, unsigned char, double) would silently be written as an int or a float.
+    /// Deleted: bool, char, unsigned char and double would be written as an int or a float.
     template <class T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
     TextFile& operator<<(T value) = delete;
 

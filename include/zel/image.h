@@ -82,7 +82,8 @@ public:
     /// Loads a file, as `load` does.
     Image(std::string const& fileName);
 
-    /// A copy owns its pixels. A copy of an image without pixels has its size and no pixels.
+    /// A copy owns its pixels. A copy of an image without pixels has its size and no pixels. When memory runs
+    /// out, an assignment and `resize` leave this image empty.
     Image(Image const& other);
     Image& operator=(Image const& other);
     virtual ~Image();
@@ -130,7 +131,7 @@ public:
     /// The average colour under a convex polygon of `count` corners. In the coordinates of the corners the
     /// image reaches from 0 to 1, and it repeats beyond. `scale` samples are taken for each pixel along x and
     /// along y; each is a blend of four pixels. Alpha is 255. Opaque black when count is below 3, the polygon
-    /// covers no sample, or a corner or `scale` is not finite.
+    /// covers no sample, a corner or `scale` is not finite, or `scale` is not above 0.
     Color areaSample(float scale, Vector2Template<float> const* polygon, int count) const;
 
     /// Resamples all of `src` to this image's size: each pixel becomes the `areaSample` of the part of `src`
@@ -153,8 +154,9 @@ public:
     /// load("abc") tries to read a JPEG file named "abc".
     ///
     /// The file is found as File finds it, in archives too. Meant: JPEG files are not. They are read from the
-    /// disk alone, by the name as the host knows it. On Windows the calling thread must have initialised COM.
-    /// Meant: a grey JPEG leaves its last pixel's grey in pixel (0, 0), and opaque black everywhere else.
+    /// disk alone, by the name as the host knows it. On Windows the calling thread must have initialised COM,
+    /// or JPEGLoaderException_LoadFailed is thrown. Meant: a grey JPEG leaves its last pixel's grey in pixel
+    /// (0, 0), and opaque black everywhere else.
     ///
     /// Throws the exceptions of the format, ImageException_IllegalDimensions, and what File throws. After a
     /// failure the image is as before, or has the new size and any pixels. When memory runs out it may be

@@ -8,14 +8,14 @@ namespace Zel {
 class Archive;
 class File;
 
-/// Two objects for callers, which live as long as any Zel_Init does; null before and after. The library
-/// itself reads neither. g_Archive starts empty and registered, g_File closed.
+/// Two objects for callers, which live as long as any Zel_Init does; null before and after, and when memory
+/// ran out. The library itself reads neither. g_Archive starts empty and registered, g_File closed.
 extern ZEL_API Archive* g_Archive;
 extern ZEL_API File* g_File;
 
-/// Create one before using the library, and destroy it at the end. The first one alive creates g_Archive and
-/// g_File; the last one deletes them. Nothing else is set up or cleaned up. Create and destroy them on one
-/// thread.
+/// Needed for g_Archive and g_File alone: create one first, and destroy it at the end. The first one alive
+/// creates g_Archive and g_File; the last one deletes them. Nothing else is set up or cleaned up. Create and
+/// destroy them on one thread.
 class ZEL_API Zel_Init {
 public:
     /// Throws what creating an Archive throws; this object is not counted then.

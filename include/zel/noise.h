@@ -35,7 +35,7 @@ ZEL_API float sturbulence(float x, float freq);
 ZEL_API float sturbulence(Vector3Template<float> const& v, float freq);
 
 /// a to the power of ln(b) / ln(0.5): a curve from 0 to 1 that is b at a = 0.5. Both arguments are from 0
-/// to 1. bias(a, 0.5) is a.
+/// to 1; b = 0 and b = 1 give what the logarithm makes of them. bias(a, 0.5) is a.
 ZEL_API float bias(float a, float b);
 
 /// A curve from 0 to 1 in the shape of an S, 0.5 at a = 0.5: flat at its ends for b above 0.5, flat in its

@@ -18,7 +18,8 @@ class ZEL_API ScriptException : public Exception {};
 ZEL_DECLARE_EXCEPTION(ScriptException_SyntaxError, ScriptException, char const* fileName, int line);
 /// The text ends inside a header, an assignment, a string literal or a pair of braces.
 ZEL_DECLARE_EXCEPTION(ScriptException_UnexpectedEndOfFile, ScriptException, char const* fileName);
-/// Braces that do not match; `characters` is "{ }".
+/// A block opens braces twice and closes them once; `characters` is "{ }". Other braces that do not match are
+/// a _SyntaxError or an _UnexpectedEndOfFile.
 ZEL_DECLARE_EXCEPTION(ScriptException_BracketCountMismatch, ScriptException, char const* fileName,
                       char const* characters);
 /// An interval whose minimum is greater than its maximum.
@@ -36,8 +37,8 @@ ZEL_DECLARE_EXCEPTION(ScriptException_UndefinedVariable, ScriptException, char c
 
 /// The family of failures in directives, comments and characters.
 ///
-/// Meant: the line is the one that is read next. A directive that ends in a line break has been read with it,
-/// so its failure names the line after it.
+/// Meant: a directive that fails names the line after it, as its line break has been read. The other failures
+/// name their own line.
 class ZEL_API ScriptPreprocessorException : public Exception {};
 
 /// "#include" without a file, "#define" without a name or replacement, "#undef" without a name.
@@ -55,12 +56,13 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_CommentNotTerminated, ScriptPr
 /// A byte of 0x80 or more, except 0xAE.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_InvalidCharacter, ScriptPreprocessorException,
                       int character, char const* fileName, int line);
-/// An "#include" of a file that is being read, and a second time inside itself. The second reading is
-/// allowed, so that other failures in the file are reported first.
+/// A file would be read for the third time inside itself. The second time is allowed, so that other failures
+/// in it are reported first.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocessorException,
                       char const* included, char const* fileName, int line);
 /// Includes or macros that expand too far: a script and its includes would need more than 64 MiB plus
-/// 256 times their size in memory, or as much in work. Each file counts once, however often it is included.
+/// 256 times their size in memory, or as much in work (in bytes, 256 for each #include). Each file counts
+/// once, however often it is included.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
                       int line);
 

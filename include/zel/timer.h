@@ -28,7 +28,7 @@ public:
     /// The clock that a timer reads.
     enum Type : std::int32_t {
         SYSTEM_TIME = 0,        ///< the time of day, which jumps when it is set; steps of 1 ms on Windows
-        MULTIMEDIA_TIME = 1,    ///< milliseconds; get starts again at 0 after 2^32 of them, 49.7 days
+        MULTIMEDIA_TIME = 1,    ///< steps of 1 ms; get starts again at 0 after 2^32 ms (49.7 days)
         PERFORMANCE_COUNTER = 2 ///< the finest counter of the host
     };
 
@@ -41,7 +41,7 @@ public:
     Timer(Timer const&) = default;
     Timer& operator=(Timer const&) = default;
 
-    /// A timer of MULTIMEDIA_TIME counts sm_iRefCount down. At exactly 0 the host's ticks are as they were.
+    /// A timer of MULTIMEDIA_TIME counts sm_iRefCount down. At exactly 0 the host's ticks are set back.
     virtual ~Timer();
 
     /// Seconds since the start; 0 for a type that is none of the three.

@@ -45,7 +45,7 @@ struct Vector4Template {
     friend constexpr bool operator!=(Vector4Template const& a, Vector4Template const& b) { return !(a == b); }
 };
 
-/// A closed interval.
+/// A closed interval. That min is at most max is not checked here; a Script refuses one that is not.
 template <class T>
 struct IntervalTemplate {
     T min{}, max{};

@@ -1,6 +1,6 @@
-// Finds by name, in one step, what stands in a sequence: an open-addressing hash table of positions (linear
-// probing, D. E. Knuth, The Art of Computer Programming 3, section 6.4, algorithm L). The names stay where
-// they are.
+// Finds by name, mostly in one step, what stands in a sequence: an open-addressing hash table of positions
+// (linear probing, D. E. Knuth, The Art of Computer Programming 3, section 6.4, algorithm L). The names stay
+// where they are.
 //
 // Names may come from anybody: equal ones, or ones made to collide, would make a crowd that every step walks
 // through. So a name is sought in a bounded number of slots, and those that find no free one among them are

@@ -13,15 +13,15 @@
 
 namespace Zel {
 
-/// Opens the stream of a file and reads it from start to end: keeps to its bounds, unscrambles what is
-/// archived, and compares the checksum of that at the end.
+/// Opens the stream of a file and reads it from start to end. Keeps to the bounds of an archived file,
+/// unscrambles it, and compares its checksum at the end.
 ///
 /// Exceptions name the file by the text given to the constructor, which must outlive this object.
 class FileContent {
 public:
-    /// What a File of that name reads: the entry of the newest archive that has one and can be opened, else
-    /// the file on the disk. Throws FileException_DirectoryNotFound and FileException_OpenFailed as File
-    /// does.
+    /// What a File of that name reads: the entry of the newest archive that has one. When there is none, or
+    /// that archive cannot be opened: the file on the disk. Throws FileException_DirectoryNotFound and
+    /// FileException_OpenFailed as File does.
     explicit FileContent(std::string const& name);
 
     /// An entry of an archive. It is not open when the archive's file cannot be opened.

@@ -158,7 +158,7 @@ void File::write(void const* buffer, int count) {
 }
 
 void File::flush() {
-    std::FILE* const stream = writeStream(); // what Windows would drop of another is what it has read ahead
+    std::FILE* const stream = writeStream(); // of one that reads, Windows would drop what was read ahead
     if (stream != nullptr && std::fflush(stream) != 0)
         throw FileException_WriteError(m_filename.c_str());
 }

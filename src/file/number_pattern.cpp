@@ -65,7 +65,7 @@ int baseOf(char letter) {
     }
 }
 
-/// As many digits as the precision asks for, at least; of 0, none need be.
+/// At least as many digits as the precision; the number 0 with precision 0 has none.
 std::string digitsOf(unsigned number, Conversion const& conversion) {
     std::array<char, 16> buffer;
     char* const end =

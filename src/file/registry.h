@@ -1,4 +1,4 @@
-// Searching the registered archives.
+// Searching the registered archives. archive.cpp registers them.
 #pragma once
 
 #include <string>

@@ -49,22 +49,22 @@ std::int64_t streamLength(std::FILE* stream);
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);
 
-/// Whether a directory of that name cannot be made, because something has the name.
+/// Whether anything has that name, a link that leads nowhere included.
 bool isTaken(std::string const& path);
 
 enum class Making { Made, Existed, Failed };
 
 /// A directory, and what is below it. It is opened once, and every directory further down from the one above:
-/// whatever others put in its place meanwhile, nothing is done elsewhere. (A host that has paths alone looks
-/// at each part before it acts.)
+/// when others replace a directory meanwhile, no operation leaves the tree. (A host that has paths alone
+/// looks at each part before it acts.)
 ///
 /// Paths lead down from it: names with separators between them, where empty names and "." stay in place.
 class Tree {
 public:
     enum Kind {
         Own,    ///< the caller's: links in it lead on
-        Private ///< nobody else's: on the way down, no link is followed, and no directory is entered that
-                ///< (where the host knows) belongs to others than the user and root, or that others may write
+        Private ///< nobody else's. On the way down, links are refused. So are, where the host knows owners,
+                ///< directories that belong to others than the user and root, or that others may write to
     };
 
     /// Opens the directory; links that lead to it are followed. When it cannot be opened, all that is done in
@@ -94,8 +94,8 @@ private:
     std::unique_ptr<Walk> m_walk;
 };
 
-/// Whether that name, one without separators and neither "." nor "..", stays in its directory: on some hosts
-/// a name may stand for a device, or lose so much of its end that it leads elsewhere.
+/// Whether the name, without separators and neither "." nor "..", is that of an ordinary file. On Windows,
+/// names of devices and those of nothing but dots and blanks are not.
 bool isFileName(std::string const& name);
 
 /// Makes a directory the working directory of the process. False on failure.
