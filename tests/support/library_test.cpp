@@ -2,7 +2,6 @@
 
 #include "archive_writer.h"
 #include "names.h"
-#include "support/host.h"
 
 #include <algorithm>
 #include <fstream>
@@ -11,8 +10,6 @@
 
 namespace test {
 namespace {
-
-namespace fs = std::filesystem;
 
 std::vector<std::string> s_messages;
 
@@ -82,6 +79,14 @@ std::string LibraryTest::packArchive(std::string const& name, Entries const& ent
 
 std::string LibraryTest::key(std::string const& name) const {
     return zel::toLowerCase(libraryPath(m_scratch)) + "\\" + name;
+}
+
+std::vector<std::string> treeOf(fs::path const& directory) {
+    std::vector<std::string> names;
+    for (auto const& entry : fs::recursive_directory_iterator(directory))
+        names.push_back(entry.path().lexically_relative(directory).generic_string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 LogCapture::LogCapture() {

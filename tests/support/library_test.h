@@ -2,12 +2,16 @@
 // they are at load, and no archive registered. What a test must leave behind is checked when it ends.
 #pragma once
 
+#include "support/host.h"
+
 #include <filesystem>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <string>
 #include <utility>
 #include <vector>
 #include <zel/zel.h>
+
+namespace fs = std::filesystem; // in every test
 
 namespace test {
 
@@ -20,7 +24,7 @@ protected:
     ~LibraryTest() override;
 
     /// A path below the scratch directory, which is named in lower case.
-    std::filesystem::path path(std::string const& name) const { return m_scratch / name; }
+    fs::path path(std::string const& name) const { return m_scratch / name; }
 
     /// Writes a file, and the directories it needs.
     void writeFile(std::string const& name, std::string const& content) const;
@@ -33,10 +37,13 @@ protected:
     std::string key(std::string const& name) const;
 
 private:
-    std::filesystem::path m_scratch;
-    std::filesystem::path m_workingDirectory;
+    fs::path m_scratch;
+    fs::path m_workingDirectory;
     int m_descriptors;
 };
+
+/// The names of everything below a directory, with slashes, in order.
+std::vector<std::string> treeOf(fs::path const& directory);
 
 /// What the library logs while this object lives.
 class LogCapture {

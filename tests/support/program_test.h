@@ -4,7 +4,6 @@
 #include "commands.h"
 #include "support/library_test.h"
 
-#include <functional>
 #include <sstream>
 #include <utility>
 
@@ -36,16 +35,30 @@ private:
 
 class ProgramTest : public LibraryTest {
 protected:
-    ProgramTest() { std::filesystem::current_path(path(".")); }
+    using Command = std::vector<std::string>;
+    using Printed = testing::Matcher<std::string const&>; ///< the whole text, or what a matcher asks of it
+
+    ProgramTest() { fs::current_path(path(".")); }
 
     /// Runs the program and returns its exit code.
-    int zel(std::vector<std::string> const& arguments, std::string const& input = "",
-            std::ostream* terminal = nullptr) {
+    int zel(Command const& arguments, std::string const& input = "", std::ostream* terminal = nullptr) {
         std::istringstream in(input);
         m_out.str("");
         m_err.str("");
         Zel::File::sm_datadir = Zel::Path();
         return zel::run(arguments, {in, m_out, m_err, terminal});
+    }
+
+    /// Expects the program to succeed, and what it prints.
+    void expectOut(Command const& arguments, Printed const& printed) {
+        EXPECT_EQ(zel(arguments), 0) << testing::PrintToString(arguments) << err();
+        EXPECT_THAT(out(), printed) << testing::PrintToString(arguments);
+    }
+
+    /// Expects the program to fail with this exit code, and what it says about it.
+    void expectErr(Command const& arguments, int exitCode, Printed const& said) {
+        EXPECT_EQ(zel(arguments), exitCode) << testing::PrintToString(arguments);
+        EXPECT_THAT(err(), said) << testing::PrintToString(arguments);
     }
 
     std::string out() const { return m_out.str(); }

@@ -1,10 +1,7 @@
 // zel image: what it tells about pictures, and the pictures that it writes.
 
-#include "support/host.h"
 #include "support/pictures.h"
 #include "support/program_test.h"
-
-#include <gmock/gmock.h>
 
 namespace {
 
@@ -22,13 +19,6 @@ protected:
         return Zel::Image(name);
     }
 
-    bool hasOnly(std::vector<std::string> const& names) const {
-        std::vector<std::string> found;
-        for (auto const& entry : std::filesystem::directory_iterator(path(".")))
-            found.push_back(entry.path().filename().string());
-        return testing::Matches(testing::UnorderedElementsAreArray(names))(found);
-    }
-
     test::ImagingThread m_imaging;
 };
 
@@ -38,30 +28,28 @@ TEST_F(ImageCommandsTest, InfoTellsFormatSizeAndAlpha) {
     writeFile("c.jpg", test::testData("colour.jpg"));
     writeFile("jpg", test::testData("colour.jpg"));
     writeFile(".bmp", Bmp{5, -3} + "");
-    EXPECT_EQ(zel({"image", "info", "a.tga", "Dir/b.bmp", "c.jpg", "jpg", ".bmp"}), 0);
-    EXPECT_EQ(out(),
+    expectOut({"image", "info", "a.tga", "Dir/b.bmp", "c.jpg", "jpg", ".bmp"},
               "a.tga: TGA, 2 x 1, alpha 1 to 200\nDir/b.bmp: BMP, 1 x 2, opaque\n"
               "c.jpg: JPG, 16 x 16, opaque\njpg: JPG, 16 x 16, opaque\n.bmp: BMP, 5 x -3, no pixels\n");
-    EXPECT_EQ(zel({"image", "info", "--json", "a.tga"}), 0);
-    EXPECT_THAT(out(), HasSubstr("\"width\": 2"));
+    expectOut({"image", "info", "--json", "a.tga"}, HasSubstr("\"width\": 2"));
 }
 
 TEST_F(ImageCommandsTest, FaultyPicturesAreNamedAndTheOthersTold) {
     writeFile("bad.tga", Tga{2, 1, 1, 8} + "1");
     writeFile("bad.jpg", "nothing");
     writeFile("good.bmp", Bmp() + "123");
-    EXPECT_EQ(zel({"image", "info", "bad.tga", "bad.jpg", "good.bmp"}), 1);
-    EXPECT_EQ(err(), "zel: Truecolor image \"bad.tga\" is not 24/32 bits/pixel\n"
-                     "zel: cannot load bad.jpg: not a JPEG picture that can be decoded\n");
+    expectErr({"image", "info", "bad.tga", "bad.jpg", "good.bmp"}, 1,
+              "zel: Truecolor image \"bad.tga\" is not 24/32 bits/pixel\n"
+              "zel: cannot load bad.jpg: not a JPEG picture that can be decoded\n");
     EXPECT_EQ(out(), "good.bmp: BMP, 1 x 1, opaque\n");
-    EXPECT_EQ(zel({"image", "info", "none.bmp", "bad.tga"}), 3);
-    EXPECT_THAT(err(), HasSubstr("zel: cannot open none.bmp: there is no such file\n"));
+    expectErr({"image", "info", "none.bmp", "bad.tga"}, 3,
+              HasSubstr("zel: cannot open none.bmp: there is no such file\n"));
 }
 
 TEST_F(ImageCommandsTest, ConvertKeepsThePixelsAndTheName) {
     writeFile("a.tga", Tga{2, 2, 1} + "bgrBGR");
     EXPECT_EQ(zel({"image", "convert", "a.tga", "Out.bmp"}), 0) << err();
-    EXPECT_TRUE(hasOnly({"a.tga", "Out.bmp"}));
+    EXPECT_THAT(test::treeOf(path(".")), testing::ElementsAre("Out.bmp", "a.tga"));
     EXPECT_EQ(pixelsOf(load("Out.bmp")), pixelsOf(load("a.tga")));
 }
 
@@ -80,26 +68,20 @@ TEST_F(ImageCommandsTest, EverySizeIsFilled) {
 
 TEST_F(ImageCommandsTest, WhatCannotBeSavedLeavesWhatIsThere) {
     writeFile("a.bmp", Bmp() + "123");
-    struct Case {
-        std::vector<std::string> arguments;
-        int exitCode;
-        char const* message;
+    auto const expectRefused = [this](Command arguments, int exitCode, char const* message) {
+        arguments.insert(arguments.begin(), {"image", "convert"});
+        expectErr(arguments, exitCode, HasSubstr(message));
     };
-    for (Case const& c :
-         {Case{{"a.bmp", "b.jpg"}, 2, "JPEG is only read"}, Case{{"a.bmp", "b.pcx"}, 2, ".bmp or .tga"},
-          Case{{"none.bmp", ".tga"}, 2, ".bmp or .tga"},
-          Case{{"none.bmp", "b.bmp.bmp"}, 2, "must occur once"},
-          Case{{"a.bmp", "none/b.bmp"}, 3, "cannot write"},
-          Case{{"a.bmp", "b.bmp", "--size", "3"}, 2, "WIDTHxHEIGHT"},
-          Case{{"a.bmp", "b.bmp", "--size", "0x3"}, 2, "WIDTHxHEIGHT"},
-          Case{{"a.bmp", "b.bmp", "--size", "65536x65536"}, 1, "illegal dimensions 65536x65536"},
-          Case{{"none.tga", "a.bmp"}, 3, "no such file"}}) {
-        std::vector<std::string> arguments{"image", "convert"};
-        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
-        EXPECT_EQ(zel(arguments), c.exitCode) << c.message;
-        EXPECT_THAT(err(), HasSubstr(c.message));
-    }
-    EXPECT_TRUE(hasOnly({"a.bmp"}));
+    expectRefused({"a.bmp", "b.jpg"}, 2, "JPEG is only read");
+    expectRefused({"a.bmp", "b.pcx"}, 2, ".bmp or .tga");
+    expectRefused({"none.bmp", ".tga"}, 2, ".bmp or .tga");
+    expectRefused({"none.bmp", "b.bmp.bmp"}, 2, "must occur once");
+    expectRefused({"a.bmp", "none/b.bmp"}, 3, "cannot write");
+    expectRefused({"a.bmp", "b.bmp", "--size", "3"}, 2, "WIDTHxHEIGHT");
+    expectRefused({"a.bmp", "b.bmp", "--size", "0x3"}, 2, "WIDTHxHEIGHT");
+    expectRefused({"a.bmp", "b.bmp", "--size", "65536x65536"}, 1, "illegal dimensions 65536x65536");
+    expectRefused({"none.tga", "a.bmp"}, 3, "no such file");
+    EXPECT_THAT(test::treeOf(path(".")), testing::ElementsAre("a.bmp"));
     EXPECT_EQ(readFile("a.bmp"), Bmp() + "123");
 }
 
@@ -113,9 +95,8 @@ TEST_F(ImageCommandsTest, NoiseIsDrawnFromTheLibrarysFunctions) {
     };
     EXPECT_EQ(load("noise.tga")(5, 7), grey(Zel::noise(place)));
     EXPECT_EQ(load("turbulence.bmp")(5, 7), grey(2.0F * Zel::turbulence(place, 4.0F)));
-    EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16"}), 2);
-    EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--kind", "other"}), 2);
-    EXPECT_EQ(zel({"noise", "noise.tga", "--size", "16x8", "--freq", "nan"}), 2);
+    for (char const* wrong : {"--size=16", "--kind=other", "--freq=nan"})
+        expectErr({"noise", "noise.tga", "--size", "16x8", wrong}, 2, HasSubstr(std::string(wrong, 6)));
 }
 
 TEST_F(ImageCommandsTest, SidesThatGrowUnevenlyDoSoInSteps) {
@@ -124,8 +105,7 @@ TEST_F(ImageCommandsTest, SidesThatGrowUnevenlyDoSoInSteps) {
     EXPECT_EQ(load("wide.bmp")(65535, 0), Color('z', 'y', 'x', 255));
     EXPECT_EQ(zel({"image", "convert", "wide.bmp", "high.bmp", "--size", "2x3000"}), 0);
     EXPECT_EQ(load("high.bmp")(1, 2999), Color('z', 'y', 'x', 255));
-    EXPECT_EQ(zel({"image", "convert", "wide.bmp", "wide.tga"}), 2);
-    EXPECT_THAT(err(), HasSubstr("at most 65535 pixels a side"));
+    expectErr({"image", "convert", "wide.bmp", "wide.tga"}, 2, HasSubstr("at most 65535 pixels a side"));
 }
 
 TEST_F(ImageCommandsTest, SheetFitsPicturesIntoCells) {
@@ -134,16 +114,16 @@ TEST_F(ImageCommandsTest, SheetFitsPicturesIntoCells) {
     EXPECT_EQ(zel({"image", "sheet", "sheet.bmp", "wide.tga", "none.tga", "tall.bmp"}), 3);
     EXPECT_EQ(out(), "row 1, column 1: wide.tga\nrow 1, column 2: tall.bmp\n");
     Zel::Image const sheet = load("sheet.bmp");
-    ASSERT_EQ(sheet.getWidth(), 16 + 2 * 176);
+    ASSERT_EQ(sheet.getWidth(), 16 + 2 * 176); // cells of 160 pixels a side, 16 around each
     ASSERT_EQ(sheet.getHeight(), 16 + 2 * 176);
-    Color const ground(48, 48, 52, 255);
-    Color const x('x', 'x', 'x', 255);
-    EXPECT_EQ(sheet(16, 16), ground);
-    EXPECT_EQ(sheet(16, 16 + 40), Color(3, 2, 1, 255));
-    EXPECT_EQ(sheet(16 + 159, 16 + 40 + 79), Color(3, 2, 1, 255));
-    EXPECT_EQ(sheet(16 + 176 + 60, 16), x);
-    EXPECT_EQ(sheet(16 + 176 + 99, 16 + 159), x);
-    EXPECT_EQ(sheet(16 + 176 + 100, 16 + 159), ground);
+    Color const ground(48, 48, 52, 255), wide(3, 2, 1, 255), tall('x', 'x', 'x', 255);
+    for (auto const& [x, y, expected] : {std::tuple(0, 0, ground),
+                                         {0, 40, wide},
+                                         {159, 40 + 79, wide},
+                                         {176 + 60, 0, tall},
+                                         {176 + 99, 159, tall},
+                                         {176 + 100, 159, ground}})
+        EXPECT_EQ(sheet(16 + x, 16 + y), expected) << x << ", " << y;
 }
 
 } // namespace
