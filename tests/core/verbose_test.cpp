@@ -1,12 +1,9 @@
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include <fstream>
 #include <iterator>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class VerboseTest : public test::LibraryTest {
 protected:

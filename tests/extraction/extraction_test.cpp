@@ -5,11 +5,9 @@
 #include "support/temporary_test.h"
 
 #include <fstream>
-#include <gmock/gmock.h>
 
 namespace {
 
-namespace fs = std::filesystem;
 using test::readThroughLibrary;
 using testing::ElementsAre;
 using Zel::Archive;

@@ -3,11 +3,8 @@
 #include "support/temporary_test.h"
 #include "support/clock.h"
 
-#include <gmock/gmock.h>
-
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 using Zel::File;
 

@@ -1,11 +1,9 @@
 // The data, current and startup directories, and what exists.
 
-#include "support/host.h"
 #include "support/library_test.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using Zel::File;
 
 using DirectoriesTest = test::LibraryTest;

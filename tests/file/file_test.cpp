@@ -1,6 +1,5 @@
 // Opening and writing. Reading is in stream_test.cpp.
 
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include "archive_writer.h"
@@ -10,7 +9,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using test::errorOf;
 using test::readThroughLibrary;
 
@@ -59,34 +57,25 @@ TEST_F(FileTest, AnArchiveThatCannotBeOpenedLeavesItToTheDisk) {
     EXPECT_THROW(readThroughLibrary("b"), Zel::FileException_OpenFailed);
 }
 
-TEST_F(FileTest, AnyFlippedBitOfAnEntryIsFoundWhenItIsOpened) {
-    std::string const name = packArchive("a.bva", {{"a", "12345678"}});
-    Zel::Archive const archive(name);
-    std::string const sound = readFile("a.bva");
-    for (std::size_t bit = 0; bit < 64; ++bit) {
-        std::string damaged = sound;
-        damaged[sound.size() - 8 + bit / 8] ^= static_cast<char>(1 << bit % 8);
-        writeFile("a.bva", damaged);
-        EXPECT_EQ(errorOf<Zel::FileException_FileCorrupted>([] { Zel::File("A", Zel::File::READ); }),
-                  "File \"A\" is corrupted");
+/// Opens an entry of these sizes and offsets in an archive of 33 bytes, the last of them "four".
+template <class Failure>
+void expectFailure(std::vector<std::pair<std::uint32_t, std::uint32_t>> const& places, char const* message) {
+    for (auto const& [size, offset] : places) {
+        std::ofstream("odd.bva", std::ios::binary) << zel::archiveHead({{"a", size, offset, 0}}) << "four";
+        Zel::Archive const archive(test::libraryPath("odd.bva"));
+        EXPECT_EQ(errorOf<Failure>([] { Zel::File("A", Zel::File::READ); }), message)
+            << size << " at " << offset;
     }
-    writeFile("a.bva", sound);
-    EXPECT_EQ(readThroughLibrary("a"), "12345678");
 }
 
-TEST_F(FileTest, AnEntryOutsideItsArchiveIsAReadOrSeekError) {
-    using Places = std::vector<std::pair<std::uint32_t, std::uint32_t>>; // sizes and offsets
-    std::pair<char const*, Places> const cases[] = {
-        {"Read error in \"a\"",
-         {{5, 29}, {1, 4096}, {0x7FFFFFFF, 29}, {0x7FFFFFFF, 0x7FFFFFFF}, {0xFFFFFFFF, 29}, {0x80000000, 0}}},
-        {"Seek error in \"a\"", {{1, 0x80000000}, {1, 0xFFFFFFFF}, {0xFFFFFFFF, 0xFFFFFFFF}}}};
-    for (auto const& [error, places] : cases)
-        for (auto const& [size, offset] : places) {
-            writeFile("odd.bva", zel::archiveHead({{"a", size, offset, 0}}) + "four");
-            Zel::Archive const archive(test::libraryPath(path("odd.bva")));
-            std::string const found = errorOf<Zel::FileException>([] { Zel::File("a", Zel::File::READ); });
-            EXPECT_EQ(found, error) << size << " at " << offset;
-        }
+TEST_F(FileTest, AnEntryThatIsNotWhatItsRecordSaysIsNamedAsGiven) {
+    fs::current_path(path("."));
+    expectFailure<Zel::FileException_FileCorrupted>({{4, 29}, {1, 32}}, "File \"A\" is corrupted");
+    expectFailure<Zel::FileException_ReadError>(
+        {{5, 29}, {1, 4096}, {0x7FFFFFFF, 29}, {0x7FFFFFFF, 0x7FFFFFFF}, {0xFFFFFFFF, 29}, {0x80000000, 0}},
+        "Read error in \"A\"");
+    expectFailure<Zel::FileException_SeekError>({{1, 0x80000000}, {1, 0xFFFFFFFF}, {0xFFFFFFFF, 0xFFFFFFFF}},
+                                                "Seek error in \"A\"");
 }
 
 TEST_F(FileTest, WhatCannotBeOpenedIsNamedAsGiven) {

@@ -4,8 +4,6 @@
 
 #include "archive_writer.h"
 
-#include <gmock/gmock.h>
-
 namespace {
 
 using Zel::Archive;

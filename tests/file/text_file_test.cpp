@@ -1,6 +1,5 @@
 // Tokens, numbers and lines, from a loose file and from an entry of an archive alike.
 
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include <clocale>

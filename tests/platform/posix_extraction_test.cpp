@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <fstream>
 #include <functional>
-#include <gmock/gmock.h>
 #include <linux/capability.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -17,7 +16,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 using Zel::Archive;
 using Zel::File;

@@ -1,19 +1,15 @@
 // Where the log goes is determined once in a process: each test here is a process of its own.
 
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <gmock/gmock.h>
 #include <iostream>
 #include <iterator>
 #include <sys/stat.h>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class PosixLogTest : public test::LibraryTest {
 protected:

@@ -7,13 +7,11 @@
 #include "support/temporary_test.h"
 
 #include <functional>
-#include <gmock/gmock.h>
 #include <map>
 #include <sys/stat.h>
 
 namespace {
 
-namespace fs = std::filesystem;
 using Zel::Archive;
 using Zel::File;
 

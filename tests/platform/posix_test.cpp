@@ -1,6 +1,5 @@
 // What only a POSIX host has: names that differ in case alone, the drive z:, pipes, modes.
 
-#include "support/host.h"
 #include "support/library_test.h"
 #include "support/pictures.h"
 
@@ -10,7 +9,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using test::readThroughLibrary;
 using Zel::File;
 

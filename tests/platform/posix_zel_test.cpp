@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <csignal>
 #include <dlfcn.h>
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -42,7 +41,6 @@ int rename(char const* from, char const* to) noexcept {
 
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 using Command = std::vector<std::string>;

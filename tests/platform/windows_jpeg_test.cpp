@@ -1,6 +1,5 @@
 // What only Windows asks for: COM, initialised by the caller.
 
-#include "support/host.h"
 #include "support/library_test.h"
 #include "support/pictures.h"
 

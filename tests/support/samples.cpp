@@ -1,7 +1,6 @@
 #include "support/samples.h"
 
 #include "archive_writer.h"
-#include "support/host.h"
 #include "support/pictures.h"
 
 #include <sstream>

@@ -1,7 +1,6 @@
 // What the tests of temporary files share: a temporary root without anything in it, before and after.
 #pragma once
 
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include <algorithm>
@@ -13,10 +12,10 @@ protected:
     TemporaryTest() { removeTemporaryRoot(); }
     ~TemporaryTest() override { removeTemporaryRoot(); }
 
-    static std::filesystem::path temporaryRoot() { return commonDataFolder() / "Brisvane" / "temp"; }
+    static fs::path temporaryRoot() { return commonDataFolder() / "Brisvane" / "temp"; }
 
     /// The file or directory that the library has told below the temporary root.
-    static std::filesystem::path onDisk(std::string const& libraryPath) {
+    static fs::path onDisk(std::string const& libraryPath) {
         std::string const root = "\\Brisvane\\temp\\";
         std::size_t const at = libraryPath.find(root);
         EXPECT_NE(at, std::string::npos) << libraryPath;
@@ -26,7 +25,7 @@ protected:
     }
 
 private:
-    static void removeTemporaryRoot() { std::filesystem::remove_all(temporaryRoot()); }
+    static void removeTemporaryRoot() { fs::remove_all(temporaryRoot()); }
 };
 
 } // namespace test

@@ -2,7 +2,6 @@
 // exception of the library, or read where it may be, takes little memory and leaves nothing behind.
 
 #include "support/allocations.h"
-#include "support/host.h"
 #include "support/library_test.h"
 #include "support/samples.h"
 

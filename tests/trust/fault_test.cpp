@@ -15,7 +15,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using Zel::File;
 
 constexpr long kMostFaults = 20000;

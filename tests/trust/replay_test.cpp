@@ -4,7 +4,6 @@
 
 #include "fuzz/host_file.h"
 #include "support/allocations.h"
-#include "support/host.h"
 #include "support/library_test.h"
 #include "support/pictures.h"
 
@@ -24,8 +23,6 @@ std::string fuzz::hostFile(std::string_view content, std::string const& extensio
 }
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct Target {
     char const* name;

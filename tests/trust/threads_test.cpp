@@ -2,18 +2,14 @@
 // story for data races.
 
 #include "names.h"
-#include "support/host.h"
 #include "support/library_test.h"
 
 #include <fstream>
-#include <gmock/gmock.h>
 #include <iterator>
 #include <memory>
 #include <thread>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class ThreadsTest : public test::LibraryTest {
 protected:
