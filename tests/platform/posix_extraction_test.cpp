@@ -2,43 +2,20 @@
 
 #include "support/full_disk.h"
 #include "support/host_calls.h"
+#include "support/ordinary_user.h"
 #include "support/program_test.h"
 #include "support/temporary_test.h"
 
-#include <fcntl.h>
 #include <fstream>
-#include <functional>
-#include <linux/capability.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 namespace {
 
-using testing::HasSubstr;
+using test::errorOf;
+using WriteError = Zel::FileException_WriteError;
 using Zel::Archive;
 using Zel::File;
 
 using PosixExtractionTest = test::TemporaryTest;
-
-/// While it lives, this process may do what the modes of files allow, even when root runs it.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() {
-        syscall(SYS_capget, &m_header, m_saved);
-        __user_cap_data_struct reduced[2] = {m_saved[0], m_saved[1]};
-        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH);
-        syscall(SYS_capset, &m_header, reduced);
-    }
-    WithoutPrivileges(WithoutPrivileges const&) = delete;
-    WithoutPrivileges& operator=(WithoutPrivileges const&) = delete;
-    ~WithoutPrivileges() { syscall(SYS_capset, &m_header, m_saved); }
-
-private:
-    __user_cap_header_struct m_header = {_LINUX_CAPABILITY_VERSION_3, 0};
-    __user_cap_data_struct m_saved[2]{};
-};
 
 TEST_F(PosixExtractionTest, ALinkThatAppearsInATemporaryDirectoryIsNotFollowed) {
     Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "x"}}));
@@ -80,21 +57,19 @@ TEST_F(PosixExtractionTest, AnArchiveThatChangesWhileItIsCopiedLeavesNoFile) {
 }
 
 TEST_F(PosixExtractionTest, ForcedRemovalOpensWhatIsClosedToItsOwner) {
-    fs::path const closed[] = {path("tree/none"), path("tree/readonly"), path("tree")};
-    for (fs::path const& directory : closed) {
-        fs::create_directories(directory / "below");
-        std::ofstream(directory / "file") << "x";
+    fs::permissions(path("."), fs::perms::all);
+    test::OrdinaryUser const user;
+    for (char const* directory : {"tree/none", "tree/readonly", "tree"}) {
+        fs::create_directories(path(directory) / "below");
+        writeFile(std::string(directory) + "/file", "x");
+        bool const isReadOnly = path(directory).filename() == "readonly";
+        fs::permissions(path(directory),
+                        isReadOnly ? fs::perms::owner_read | fs::perms::owner_exec : fs::perms::none);
     }
-    fs::permissions(closed[0], fs::perms::none);
-    fs::permissions(closed[1], fs::perms::owner_read | fs::perms::owner_exec);
-    fs::permissions(closed[2], fs::perms::none);
-    {
-        WithoutPrivileges const ordinary;
-        std::error_code closedIndeed;
-        EXPECT_FALSE(fs::exists(closed[0], closedIndeed));
-        File().forced_remove_directory(test::libraryPath(closed[2]).c_str());
-    }
-    EXPECT_FALSE(fs::exists(closed[2]));
+    std::error_code closedIndeed;
+    EXPECT_FALSE(fs::exists(path("tree/none"), closedIndeed));
+    File().forced_remove_directory(test::libraryPath(path("tree")).c_str());
+    EXPECT_FALSE(fs::exists(path("tree")));
 }
 
 TEST_F(PosixExtractionTest, ADanglingLinkIsNoNewTemporaryDirectory) {
@@ -124,20 +99,17 @@ TEST_F(PosixExtractionTest, ForcedRemovalFollowsNoLinkAndTakesEveryNameAsItIs) {
 
 TEST_F(PosixExtractionTest, AFullDiskIsAWriteErrorThatLeavesNoFile) {
     fs::create_directory(path("out"));
-    std::string const destination = test::libraryPath(path("out")) + "\\";
-    for (std::size_t size : {std::size_t{100}, std::size_t{100'000}}) { // found out at the end, and underway
+    std::string const destination = test::libraryPath(path("out/"));
+    std::string const error = "Write error in \"" + key("d\\a") + "\"";
+    for (std::size_t size : {100U, 100'000U}) { // found out at the end, and underway
         Archive const archive(packArchive("a.bva", {{"d\\a", std::string(size, 'x')}}));
-        std::string error;
-        std::string permanent;
         test::withFullDisk(size - 10, [&] {
             std::string name = "d/a";
-            error = test::errorOf<Zel::FileException_WriteError>([&] { File::extractFile(name); });
-            std::string dir = "d";
-            permanent = test::errorOf<Zel::FileException_WriteError>(
-                [&] { File::extractDirectoryPermanent(dir, destination); });
+            EXPECT_EQ(errorOf<WriteError>([&] { File::extractFile(name); }), error);
+            name = "d";
+            EXPECT_EQ(errorOf<WriteError>([&] { File::extractDirectoryPermanent(name, destination); }),
+                      error);
         });
-        EXPECT_EQ(error, "Write error in \"" + key("d\\a") + "\"");
-        EXPECT_EQ(permanent, error);
         EXPECT_EQ(File::sm_extractedFiles.size(), 2u) << "the two directories";
         EXPECT_TRUE(fs::is_empty(onDisk(File::sm_extractedFiles.back())));
         EXPECT_TRUE(fs::is_empty(path("out/d")));
@@ -150,7 +122,7 @@ TEST_F(PosixExtractionTest, APermanentExtractionFindsDirectoriesWhateverTheirCas
     writeFile("out/Maps/A.bin", "older");
     Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "new"}, {"maps\\b.bin", "b"}}));
     std::string dir = "maps";
-    EXPECT_TRUE(File::extractDirectoryPermanent(dir, test::libraryPath(path("out")) + "\\"));
+    EXPECT_TRUE(File::extractDirectoryPermanent(dir, test::libraryPath(path("out/"))));
     EXPECT_EQ(readFile("out/Maps/A.bin"), "new");
     EXPECT_EQ(readFile("out/Maps/b.bin"), "b");
 }
@@ -164,8 +136,7 @@ TEST_F(PosixZelExtractTest, LinksInTheDestinationLeadNowhere) {
     fs::create_directory(path("out"));
     fs::create_directory_symlink("../outside", path("out/maps"));
     fs::create_symlink("../victim", path("out/file"));
-    EXPECT_EQ(zel({"extract", "a.bva", "out"}), 1);
-    EXPECT_EQ(err(), "zel: not extracted: maps\\a: out/maps is a link\n");
+    expectErr({"extract", "a.bva", "out"}, 1, "zel: not extracted: maps\\a: out/maps is a link\n");
     EXPECT_EQ(readFile("outside/a"), "mine");
     EXPECT_EQ(readFile("victim"), "mine");
     EXPECT_EQ(readFile("out/file"), "new") << "the link itself is replaced";
@@ -179,7 +150,7 @@ TEST_F(PosixZelExtractTest, NamesMayBeAsLongAsTheHostAllows) {
         packArchive("a.bva", {{name, "x"}, {"sub\\" + name, "x"}});
         EXPECT_EQ(zel({"extract", "a.bva", "out"}), length <= 255 ? 0 : 3) << err();
     }
-    EXPECT_EQ(std::distance(fs::recursive_directory_iterator(path("out")), {}), 7);
+    EXPECT_EQ(test::treeOf(path("out")).size(), 7U);
 }
 
 TEST_F(PosixZelExtractTest, TreesMayBeDeeperThanAProcessHasDescriptors) {
@@ -207,13 +178,12 @@ TEST_F(PosixZelExtractTest, AFullDiskKeepsTheOlderFileAndLeavesNothingElse) {
     packArchive("a.bva",
                 {{"large", std::string(100'000, 'x')}, {"new", std::string(60'000, 'x')}, {"small", "x"}});
     writeFile("out/large", "older");
-    int exitCode = 0;
-    test::withFullDisk(50'000, [&] { exitCode = zel({"extract", "a.bva", "out"}); });
-    EXPECT_EQ(exitCode, 3);
-    EXPECT_THAT(err(), HasSubstr("zel: not extracted: large: cannot write out/large: "));
+    test::withFullDisk(50'000, [&] {
+        expectErr({"extract", "a.bva", "out"}, 3,
+                  testing::HasSubstr("zel: not extracted: large: cannot write out/large: "));
+    });
     EXPECT_EQ(readFile("out/large"), "older");
-    EXPECT_EQ(readFile("out/small"), "x");
-    EXPECT_EQ(std::distance(fs::directory_iterator(path("out")), {}), 2);
+    EXPECT_THAT(test::treeOf(path("out")), testing::ElementsAre("large", "small"));
 }
 
 } // namespace

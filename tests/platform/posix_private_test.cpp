@@ -177,43 +177,34 @@ TEST_F(PosixRaceTest, ZelExtractTouchesNothingOutside) {
         [this] { fs::remove_all(path("out")); });
 }
 
-/// Entries in directories of many shapes.
-using Shape = test::Entries (*)(int count);
+/// The directory of an entry, one of so many, in trees of many shapes.
+using Shape = std::string (*)(int entry, int count);
 
-test::Entries manyDirectories(int count) {
-    test::Entries entries;
-    for (int i = 0; i < count; ++i)
-        entries.emplace_back("d\\" + std::to_string(i) + "\\f", "x");
-    return entries;
+std::string aDirectoryForEach(int entry, int /*count*/) { return std::to_string(entry); }
+
+std::string aDeepDirectory(int /*entry*/, int count) {
+    std::string directory = "c";
+    for (int depth = 1; depth < count; ++depth)
+        directory += "\\c";
+    return directory;
 }
 
-test::Entries aDeepDirectory(int count) {
-    test::Entries entries;
-    std::string directory = "d\\";
-    for (int i = 0; i < count; ++i)
-        directory += "c\\";
-    for (int i = 0; i < count; ++i)
-        entries.emplace_back(directory + std::to_string(i), "x");
-    return entries;
-}
-
-test::Entries oneDirectoryInManySpellings(int count) {
-    test::Entries entries;
-    for (int i = 0; i < count; ++i) {
-        std::string directory = "abcdefghij";
-        for (std::size_t letter = 0; letter < directory.size(); ++letter)
-            directory[letter] =
-                static_cast<char>(directory[letter] - ((i >> letter) % 2 == 1 ? 'a' - 'A' : 0));
-        entries.emplace_back("d\\" + directory + "\\" + std::to_string(i), "x");
-    }
-    return entries;
+std::string oneDirectoryInManySpellings(int entry, int /*count*/) {
+    std::string directory = "abcdefghij";
+    for (std::size_t letter = 0; letter < directory.size(); ++letter)
+        directory[letter] =
+            static_cast<char>(directory[letter] - ((entry >> letter) % 2 == 1 ? 'a' - 'A' : 0));
+    return directory;
 }
 
 class PosixGrowthTest : public PosixPrivateTest {
 protected:
     /// The calls to the host of each way to extract and to remove.
-    std::map<std::string, long> callsFor(test::Entries const& entries) const {
-        std::string const destination = test::libraryPath(path("out")) + "\\";
+    std::map<std::string, long> callsFor(Shape shape, int count) const {
+        test::Entries entries;
+        for (int entry = 0; entry < count; ++entry)
+            entries.emplace_back("d\\" + shape(entry, count) + "\\" + std::to_string(entry), "x");
+        std::string const destination = test::libraryPath(path("out/"));
         fs::create_directory(path("out"));
         std::map<std::string, long> calls;
         {
@@ -222,11 +213,9 @@ protected:
             calls["temporary"] = callsOf([&] { EXPECT_TRUE(File::extractDirectory(dir)); });
             calls["cleanup"] = callsOf([] { File::cleanup(); });
             EXPECT_TRUE(fs::is_empty(temporaryRoot()));
-            for (char const* what : {"permanent", "permanent again"}) {
-                dir = "d";
+            for (char const* what : {"permanent", "permanent again"})
                 calls[what] =
-                    callsOf([&] { EXPECT_TRUE(File::extractDirectoryPermanent(dir, destination)); });
-            }
+                    callsOf([&] { EXPECT_TRUE(File::extractDirectoryPermanent(dir = "d", destination)); });
             calls["forced removal"] = callsOf([&] { File().forced_remove_directory(destination.c_str()); });
             EXPECT_FALSE(fs::exists(path("out")));
         }
@@ -249,11 +238,11 @@ private:
 };
 
 TEST_F(PosixGrowthTest, ExtractionAndRemovalAskTheHostInProportion) {
-    for (Shape const shape : {manyDirectories, aDeepDirectory, oneDirectoryInManySpellings}) {
-        auto const once = callsFor(shape(100));
-        for (auto const& [what, calls] : callsFor(shape(200))) {
+    for (Shape const shape : {aDirectoryForEach, aDeepDirectory, oneDirectoryInManySpellings}) {
+        auto const once = callsFor(shape, 100);
+        for (auto const& [what, calls] : callsFor(shape, 200)) {
             EXPECT_GT(calls, 200) << what;
-            EXPECT_LE(calls, once.at(what) * 22 / 10) << what << ' ' << shape(1).front().first;
+            EXPECT_LE(calls, once.at(what) * 22 / 10) << what << ' ' << shape(1, 1);
         }
     }
 }
