@@ -9,21 +9,13 @@
 namespace {
 
 using test::readThroughLibrary;
+using test::treeOf;
 using testing::ElementsAre;
 using Zel::Archive;
 using Zel::File;
 
 class ExtractionTest : public test::TemporaryTest {
 protected:
-    /// Names below a directory, with slashes, in order.
-    static std::vector<std::string> treeOf(fs::path const& directory) {
-        std::vector<std::string> names;
-        for (auto const& entry : fs::recursive_directory_iterator(directory))
-            names.push_back(entry.path().lexically_relative(directory).generic_string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
     /// Cleans up, and expects the machine to be as it was before the extraction.
     static void expectNothingAfterCleanup() {
         File::cleanup();
@@ -82,28 +74,20 @@ TEST_F(ExtractionTest, CleanupLeavesWhatSomebodyElseHasPutThere) {
 TEST_F(ExtractionTest, WhatNoArchiveHasIsLookedForOnDiskUnlessArchivesAreAll) {
     Archive const archive(packArchive("a.bva", {{"sub\\a", "a"}}));
     writeFile("loose/file", "x");
-    struct {
-        bool (*extract)(std::string& name);
-        int archiveOnly;
-        std::string name;
-        bool found;
-        std::string told;
-    } const cases[] = {
-        {File::extractFile, 0, "LOOSE/File", true, key("loose\\file")},
-        {File::extractFile, 1, "LOOSE/File", false, key("loose\\file")},
-        {File::extractFile, 0, "missing", false, key("missing")},
-        {File::extractDirectory, 0, "Loose", true, key("loose\\")},
-        {File::extractDirectory, 0, "missing", false, key("missing\\")},
-        {File::extractDirectory, 1, "Loose", false, "Loose"},
-    };
-    for (auto const& [extract, archiveOnly, given, found, told] : cases) {
+    auto const expectTold = [](auto extract, int archiveOnly, std::string name, bool found,
+                               std::string const& told) {
         File::setArchiveOnly(archiveOnly);
-        std::string name = given;
-        EXPECT_EQ(extract(name), found) << given;
+        EXPECT_EQ(extract(name), found) << told;
         EXPECT_EQ(name, told);
-        EXPECT_EQ(File::sm_extractedFiles.size(), 1u) << "it has made its directory all the same: " << given;
+        EXPECT_EQ(File::sm_extractedFiles.size(), 1u) << "it has made its directory all the same: " << told;
         expectNothingAfterCleanup();
-    }
+    };
+    expectTold(File::extractFile, 0, "LOOSE/File", true, key("loose\\file"));
+    expectTold(File::extractFile, 1, "LOOSE/File", false, key("loose\\file"));
+    expectTold(File::extractFile, 0, "missing", false, key("missing"));
+    expectTold(File::extractDirectory, 0, "Loose", true, key("loose\\"));
+    expectTold(File::extractDirectory, 0, "missing", false, key("missing\\"));
+    expectTold(File::extractDirectory, 1, "Loose", false, "Loose");
 }
 
 TEST_F(ExtractionTest, OnlyTheNewestArchiveWithAMatchIsUsed) {

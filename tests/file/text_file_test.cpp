@@ -5,7 +5,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <functional>
 #include <limits>
 #include <optional>
 
@@ -271,9 +270,9 @@ TEST_P(TextFileTest, PuttingBackWhereNoStreamCanStandIsASeekError) {
     EXPECT_EQ(token, "two");
 }
 
-using TextFileErrorTest = test::LibraryTest;
+using ShortTextFileTest = test::LibraryTest;
 
-TEST_F(TextFileErrorTest, AFileThatHasBecomeShorterIsAReadErrorBehindItsEnd) {
+TEST_F(ShortTextFileTest, AFileThatHasBecomeShorterIsAReadErrorBehindItsEnd) {
     writeFile("text", std::string(10'000, 'a'));
     TextFile stream("text", File::READ_TEXT);
     std::filesystem::resize_file(path("text"), 5000);
@@ -284,29 +283,31 @@ TEST_F(TextFileErrorTest, AFileThatHasBecomeShorterIsAReadErrorBehindItsEnd) {
     EXPECT_EQ(stream.getPosition(), 5000);
 }
 
-TEST_F(TextFileErrorTest, ValuesAreWrittenWithNothingBetweenThem) {
-    constexpr float kMax = std::numeric_limits<float>::max();
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    std::pair<std::function<void(TextFile&)>, std::string> const cases[] = {
-        {[](TextFile& file) { file << std::string("a\0b \n", 5) << "c"; }, "a\0b \nc"s},
-        {[](TextFile& file) { file << -1 << 2147483647 << std::numeric_limits<int>::min(); },
-         "-12147483647-2147483648"},
-        {[](TextFile& file) { file << 4294967295U << 2147483648UL; }, "-1-2147483648"},
-        {[](TextFile& file) { file << short{-2} << static_cast<unsigned short>(65535) << -3L; }, "-265535-3"},
-        {[](TextFile& file) { file << 0.1F << -0.0F << 2.0000005F; }, "0.100000-0.0000002.000000"},
-        {[](TextFile& file) { file << 0.5000005F << 1e-7F << 123456.789F; }, "0.5000000.000000123456.789062"},
-        {[](TextFile& file) { file << -kMax; }, "-340282346638528859811704183484516925440.000000"},
-        {[](TextFile& file) { file << kInfinity << -kInfinity; }, "inf-inf"},
-        {[](TextFile& file) { file << Vector3(1, 2, 3); }, "1.000000 2.000000 3.000000"},
-    };
-    for (auto const& [write, expected] : cases) {
+class WrittenTextFileTest : public test::LibraryTest {
+protected:
+    template <class... Values>
+    void expectWritten(std::string const& expected, Values const&... values) const {
         {
             TextFile file("out", File::WRITE);
-            write(file);
+            (file << ... << values);
             EXPECT_EQ(file.getSize(), static_cast<int>(expected.size()));
         }
         EXPECT_EQ(readFile("out"), expected);
     }
+};
+
+TEST_F(WrittenTextFileTest, ValuesHaveNothingBetweenThem) {
+    constexpr float kMax = std::numeric_limits<float>::max();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    expectWritten("a\0b \nc"s, "a\0b \n"s, "c");
+    expectWritten("-12147483647-2147483648", -1, 2147483647, std::numeric_limits<int>::min());
+    expectWritten("-1-2147483648", 4294967295U, 2147483648UL);
+    expectWritten("-265535-3", short{-2}, static_cast<unsigned short>(65535), -3L);
+    expectWritten("0.100000-0.0000002.000000", 0.1F, -0.0F, 2.0000005F);
+    expectWritten("0.5000000.000000123456.789062", 0.5000005F, 1e-7F, 123456.789F);
+    expectWritten("-340282346638528859811704183484516925440.000000", -kMax);
+    expectWritten("inf-inf", kInfinity, -kInfinity);
+    expectWritten("1.000000 2.000000 3.000000", Vector3(1, 2, 3));
 }
 
 } // namespace

@@ -110,15 +110,6 @@ TEST_F(PosixTest, AFileNeverGrowsPastWhatItsSizeCanTell) {
     EXPECT_EQ(file.getSize(), 0x7FFFFFFF);
 }
 
-TEST_F(PosixTest, AShortReadStandsBehindWhatArrived) {
-    writeFile("shrinks", std::string(100'000, 'x'));
-    File file("shrinks", File::READ);
-    fs::resize_file(path("shrinks"), 60'000);
-    std::string buffer(100'000, '?');
-    EXPECT_THROW(file.read(buffer.data(), 100'000), Zel::FileException_ReadError);
-    EXPECT_EQ(file.getPosition(), 60'000);
-}
-
 TEST_F(PosixTest, APipeWithoutAWriterHoldsNobodyUp) {
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
     EXPECT_TRUE(File("pipe", File::READ).endReached());

@@ -191,10 +191,7 @@ TEST_F(PosixZelTest, RunningOutOfMemoryTellsWhatWasRead) {
     writeFile("s", "[a] x = \"" + large + "\";");
     writeFile("a.bmp", test::Bmp{200, 200} + large);
     writeFile("t/file", large);
-    struct {
-        Command command;
-        char const* read;
-    } const cases[] = {
+    std::pair<Command, char const*> const cases[] = {
         {{"list", "table.bva"}, "table.bva"}, {{"verify", "table.bva"}, "table.bva"},
         {{"verify", "a.bva"}, "entry"},       {{"cat", "a.bva", "entry"}, "entry"},
         {{"pack", "t", "b.bva"}, "t/file"},   {{"image", "info", "a.bmp"}, "a.bmp"},

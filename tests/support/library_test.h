@@ -28,6 +28,7 @@ protected:
 
     /// Writes a file, and the directories it needs.
     void writeFile(std::string const& name, std::string const& content) const;
+    /// A file of the scratch directory, or of anywhere by its full path.
     std::string readFile(std::string const& name) const;
 
     /// Writes an archive file below the scratch directory and returns the full path for the library.

@@ -110,7 +110,7 @@ TEST_F(ZelTest, PackLeavesTheArchiveItselfOut) {
 }
 
 TEST_F(ZelTest, AFileThatChangesWhileItIsPackedLeavesNoArchive) {
-    for (std::uintmax_t const size : {70'001, 69'999, 0}) { // 0: the file is gone
+    for (auto const size : {70'001U, 69'999U, 0U}) { // 0: the file is gone
         writeFile("tree/big", std::string(70'000, 'x'));
         test::Watcher watcher([this, size] {
             size > 0 ? fs::resize_file(path("tree/big"), size) : void(fs::remove(path("tree/big")));
@@ -179,25 +179,19 @@ TEST_F(ZelTest, EveryListedNameCanBeShown) {
 TEST_F(ZelTest, WhatGoesWrongHasItsExitCode) {
     writeFile("bad.bva", "no archive at all");
     packArchive("good.bva", {{"a", "x"}});
-    struct {
-        std::vector<std::string> arguments;
-        int exitCode;
-        char const* message;
-    } const cases[] = {
-        {{"list", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n"},
-        {{"verify", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n"},
-        {{"list", "bad.bva"},
-         1,
-         "zel: Archive \"bad.bva\" has invalid version 1629515630 (expected 44)\n"}, // "no a"
-        {{"verify", "bad.bva"}, 1, "zel: bad.bva: Archive \"bad.bva\" has invalid version 1629515630"},
-        {{"pack", "missing", "out.bva"}, 3, "zel: missing is no directory\n"},
-        {{}, 2, "zel: "},
-        {{"paint"}, 2, "zel: "},
-        {{"list"}, 2, "ARCHIVE is required"},
-        {{"list", "good.bva", "--unknown"}, 2, "--unknown"},
+    auto const expectSaid = [this](Command const& arguments, int exitCode, char const* said) {
+        expectErr(arguments, exitCode, testing::AllOf(testing::StartsWith("zel: "), HasSubstr(said)));
     };
-    for (auto const& [arguments, exitCode, message] : cases)
-        expectErr(arguments, exitCode, testing::AllOf(testing::StartsWith("zel: "), HasSubstr(message)));
+    expectSaid({"list", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n");
+    expectSaid({"verify", "missing.bva"}, 3, "zel: Failed to open file \"missing.bva\"\n");
+    expectSaid({"list", "bad.bva"}, 1,
+               "zel: Archive \"bad.bva\" has invalid version 1629515630 (expected 44)\n");
+    expectSaid({"verify", "bad.bva"}, 1, "zel: bad.bva: Archive \"bad.bva\" has invalid version 1629515630");
+    expectSaid({"pack", "missing", "out.bva"}, 3, "zel: missing is no directory\n");
+    expectSaid({}, 2, "");
+    expectSaid({"paint"}, 2, "");
+    expectSaid({"list"}, 2, "ARCHIVE is required");
+    expectSaid({"list", "good.bva", "--unknown"}, 2, "--unknown");
     expectOut({"--version"}, "zel 1.0.0\n");
     expectOut({"pack", "--help"}, HasSubstr("--skip-empty"));
 }

@@ -188,22 +188,15 @@ TYPED_TEST(FaultTest, RemovingWhatWasExtracted) {
         });
 }
 
-/// A memory block that is reported while it lives.
-class Tracked {
-public:
-    Tracked() { Zel::createMemoryBlock(this, sizeof *this, 1, "block", "group"); }
-    Tracked(Tracked const&) = delete;
-    Tracked& operator=(Tracked const&) = delete;
-    ~Tracked() { Zel::deleteMemoryBlock(this); }
-};
-
 TYPED_TEST(FaultTest, TheLogAndTheTracker) {
     Zel::enableVerbose(true);
     Zel::setVerboseCallback([](char const* /*message*/) {});
     this->sweep([] {
         Zel::verbose("line %d\n", 1);
         Zel::Archive::dumpAllUnaccessedFiles();
-        Tracked const tracked;
+        char const byte = 0;
+        std::unique_ptr<void const, void (*)(void const*)> const tracked(
+            Zel::createMemoryBlock(&byte, 1, 1, "block", "group"), Zel::deleteMemoryBlock);
         Zel::dumpMemoryBlocks();
         return true;
     });

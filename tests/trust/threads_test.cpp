@@ -4,8 +4,7 @@
 #include "names.h"
 #include "support/library_test.h"
 
-#include <fstream>
-#include <iterator>
+#include <algorithm>
 #include <memory>
 #include <thread>
 
@@ -19,10 +18,8 @@ protected:
         for (fs::directory_entry const& file : fs::recursive_directory_iterator(ZEL_EXAMPLE_DATA)) {
             if (!file.is_regular_file())
                 continue;
-            std::ifstream stream(file.path(), std::ios::binary);
-            std::string const content{std::istreambuf_iterator<char>(stream),
-                                      std::istreambuf_iterator<char>()};
-            std::string const name =
+            std::string const content = readFile(file.path().string());
+            std::string name =
                 zel::toLowerCase(fs::relative(file.path(), ZEL_EXAMPLE_DATA).generic_string());
             if (name.ends_with(".jpg") || name.ends_with(".bmp") || name.ends_with(".obj")) {
                 writeFile(name, content);
