@@ -8,11 +8,13 @@
 
 namespace {
 
+using test::errorOf;
 using test::readThroughLibrary;
 using test::treeOf;
 using testing::ElementsAre;
 using Zel::Archive;
 using Zel::File;
+using Zel::FileException;
 
 class ExtractionTest : public test::TemporaryTest {
 protected:
@@ -33,11 +35,8 @@ protected:
 TEST_F(ExtractionTest, AFileGetsARealPathOfItsOwn) {
     std::string const content = std::string(3 * 16384, '\xFF') + "the end";
     Archive const archive(packArchive("a.bva", {{"other", "x"}, {"sub\\file.bin", content}}));
-    std::string first = "SUB/File.BIN";
-    std::string second = first;
-    EXPECT_TRUE(File::extractFile(first));
-    EXPECT_TRUE(File::extractFile(second));
-    EXPECT_NE(first, second);
+    std::string const first = extracted(File::extractFile, "SUB/File.BIN");
+    EXPECT_NE(first, extracted(File::extractFile, "SUB/File.BIN"));
     EXPECT_TRUE(first.ends_with("\\sub\\file.bin")) << first;
     EXPECT_EQ(readThroughLibrary(first), content);
     EXPECT_EQ(fs::file_size(onDisk(first)), content.size());
@@ -50,8 +49,7 @@ TEST_F(ExtractionTest, AFileGetsARealPathOfItsOwn) {
 TEST_F(ExtractionTest, ADirectoryIsRecordedInTheOrderOfItsMaking) {
     Archive const archive(
         packArchive("a.bva", {{"maps\\a.bin", "a"}, {"maps\\sub\\b.bin", "b"}, {"mapsnot\\c", "c"}}));
-    std::string dir = "Maps";
-    EXPECT_TRUE(File::extractDirectory(dir));
+    std::string const dir = extracted(File::extractDirectory, "Maps");
     std::string const temporary = File::sm_extractedFiles.front();
     EXPECT_EQ(dir, temporary + "Maps\\") << "the argument as it was given";
     EXPECT_THAT(File::sm_extractedFiles,
@@ -63,9 +61,7 @@ TEST_F(ExtractionTest, ADirectoryIsRecordedInTheOrderOfItsMaking) {
 
 TEST_F(ExtractionTest, CleanupLeavesWhatSomebodyElseHasPutThere) {
     Archive const archive(packArchive("a.bva", {{"maps\\a.bin", "a"}}));
-    std::string dir = "maps/";
-    EXPECT_TRUE(File::extractDirectory(dir));
-    fs::path const copy = onDisk(dir);
+    fs::path const copy = onDisk(extracted(File::extractDirectory, "maps/"));
     { std::ofstream(copy / "foreign") << "x"; }
     File::cleanup();
     EXPECT_THAT(treeOf(copy), ElementsAre("foreign"));
@@ -94,11 +90,8 @@ TEST_F(ExtractionTest, OnlyTheNewestArchiveWithAMatchIsUsed) {
     Archive const older(packArchive("older.bva", {{"d\\a", "old"}, {"d\\b", "old"}}));
     Archive const newer(packArchive("newer.bva", {{"d\\a", "new"}}));
     Archive const newest(packArchive("newest.bva", {{"e\\a", "x"}}));
-    std::string name = "d/a";
-    EXPECT_TRUE(File::extractFile(name));
-    EXPECT_EQ(readThroughLibrary(name), "new");
-    std::string dir = "d";
-    EXPECT_TRUE(File::extractDirectory(dir));
+    EXPECT_EQ(readThroughLibrary(extracted(File::extractFile, "d/a")), "new");
+    std::string const dir = extracted(File::extractDirectory, "d");
     EXPECT_THAT(treeOf(onDisk(dir)), ElementsAre("a"));
     EXPECT_EQ(readThroughLibrary(dir + "a"), "new");
 }
@@ -132,9 +125,8 @@ TEST_F(ExtractionTest, TheRelativePartIsTheKeyWithoutTheDataDirectory) {
         File::sm_datadir = Zel::Path();
         File::setDataDir(dataDirectory);
         Archive const archive(archiveFile);
-        std::string name = "Dir/A";
-        EXPECT_TRUE(File::extractFile(name)) << dataDirectory;
-        EXPECT_EQ(name, File::sm_extractedFiles.front() + "dir\\a");
+        std::string const name = extracted(File::extractFile, "Dir/A");
+        EXPECT_EQ(name, File::sm_extractedFiles.front() + "dir\\a") << dataDirectory;
         expectNothingAfterCleanup();
 
         File::setDataDir(scratch + "elsewhere");
@@ -159,8 +151,7 @@ TEST_F(ExtractionTest, NamesThatLeadAstrayAreRefused) {
     }
     for (std::string const& name : test::harmlessNames()) {
         Archive const archive(packArchive("a.bva", {{name, "x"}}));
-        std::string dir;
-        EXPECT_TRUE(File::extractDirectory(dir)) << name;
+        EXPECT_NE(extracted(File::extractDirectory, ""), "") << name;
     }
     expectNothingAfterCleanup();
 }
@@ -215,17 +206,14 @@ TEST_F(ExtractionTest, DamageIsAnExceptionThatNamesTheKeyAndLeavesNoFile) {
         writeFile("a.bva", bytes);
         writeFile("out/d/a", "older");
         Archive const archive(archiveFile);
-        std::string dir = "d";
-        EXPECT_EQ(test::errorOf<Zel::FileException>([&] { File::extractDirectory(dir); }), error);
+        std::string dir = "d", name = "d\\a";
+        EXPECT_EQ(errorOf<FileException>([&] { File::extractDirectory(dir); }), error);
         EXPECT_EQ(dir, "d");
         EXPECT_EQ(File::sm_extractedFiles.size(), 2u) << "the directories, which were made before";
         expectNothingAfterCleanup();
-        std::string name = "d\\a";
-        EXPECT_EQ(test::errorOf<Zel::FileException>([&] { File::extractFile(name); }), error);
+        EXPECT_EQ(errorOf<FileException>([&] { File::extractFile(name); }), error);
         expectNothingAfterCleanup();
-        EXPECT_EQ(
-            test::errorOf<Zel::FileException>([&] { File::extractDirectoryPermanent(dir, destination); }),
-            error);
+        EXPECT_EQ(errorOf<FileException>([&] { File::extractDirectoryPermanent(dir, destination); }), error);
         EXPECT_EQ(readFile("out/d/a"), "older") << "not touched by an entry that is damaged";
     }
 }
@@ -273,8 +261,7 @@ TEST_F(ExtractionTest, ForcedRemovalTakesTheWholeTreeWithWhatIsReadOnly) {
 
 TEST_F(ExtractionTest, ForcedCleanupTakesWhatEveryRunHasLeft) {
     Archive const archive(packArchive("a.bva", {{"d\\a", "x"}}));
-    std::string name = "d/a";
-    EXPECT_TRUE(File::extractFile(name));
+    extracted(File::extractFile, "d/a");
     File::sm_extractedFiles.clear(); // as after a crash
     EXPECT_NE(File::getTmpDir(), "");
     File().forced_cleanup();

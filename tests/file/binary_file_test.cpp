@@ -4,7 +4,6 @@
 #include "support/pictures.h"
 
 #include <cstring>
-#include <limits>
 #include <optional>
 #include <typeinfo>
 

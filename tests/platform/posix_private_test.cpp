@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <map>
-#include <sys/stat.h>
 
 namespace {
 
@@ -101,8 +100,7 @@ TEST_F(PosixPrivateTest, CleanupRemovesNothingThroughALinkAtOrAboveWhatWasRecord
     for (fs::path swapped = maps; swapped != path("data"); swapped = swapped.parent_path()) {
         File::setUniquePathNames(0);
         writeForeignFiles();
-        std::string dir = "maps";
-        EXPECT_TRUE(File::extractDirectory(dir));
+        extracted(File::extractDirectory, "maps");
         EXPECT_TRUE(test::isPrivate(maps) && test::isPrivate(maps / "sub"));
         fs::rename(swapped, path("moved"));
         fs::create_directory_symlink(path("outside"), swapped);
@@ -209,8 +207,8 @@ protected:
         std::map<std::string, long> calls;
         {
             Archive const archive(packArchive("a.bva", entries));
-            std::string dir = "d";
-            calls["temporary"] = callsOf([&] { EXPECT_TRUE(File::extractDirectory(dir)); });
+            std::string dir;
+            calls["temporary"] = callsOf([] { extracted(File::extractDirectory, "d"); });
             calls["cleanup"] = callsOf([] { File::cleanup(); });
             EXPECT_TRUE(fs::is_empty(temporaryRoot()));
             for (char const* what : {"permanent", "permanent again"})

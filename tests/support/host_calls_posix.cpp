@@ -147,7 +147,6 @@ int mkdirat(int directory, char const* path, mode_t mode) noexcept {
 int renameat(int from, char const* oldName, int to, char const* newName) noexcept {
     return call(&renameat, "renameat", from, oldName, to, newName);
 }
-int rmdir(char const* path) noexcept { return call(&rmdir, "rmdir", path); }
 int unlink(char const* path) noexcept { return call(&unlink, "unlink", path); }
 int unlinkat(int directory, char const* name, int flags) noexcept {
     return call(&unlinkat, "unlinkat", directory, name, flags);

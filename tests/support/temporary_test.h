@@ -24,6 +24,12 @@ protected:
         return temporaryRoot() / below;
     }
 
+    /// What extracting makes of a name.
+    static std::string extracted(bool (*extract)(std::string& name), std::string name) {
+        EXPECT_TRUE(extract(name)) << name;
+        return name;
+    }
+
 private:
     static void removeTemporaryRoot() { fs::remove_all(temporaryRoot()); }
 };

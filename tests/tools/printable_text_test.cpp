@@ -4,8 +4,22 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <sstream>
 
 namespace {
+
+void expectEscaped(std::string const& name, std::string const& escaped) {
+    EXPECT_EQ(zel::printableName(name), '"' + escaped + '"');
+    EXPECT_EQ(zel::printableInQuotes(name), escaped);
+}
+
+/// Bytes of 0x80 and above, each as \x and two digits.
+std::string inHexadecimal(std::string const& name) {
+    std::ostringstream text;
+    for (char const byte : name)
+        text << "\\x" << std::hex << int{static_cast<unsigned char>(byte)};
+    return text.str();
+}
 
 TEST(PrintableTextTest, NamesAreQuotedOnlyWhereSomethingIsEscaped) {
     // Among them the neighbours of what controls a terminal or the order of text, and of what is no UTF-8.
@@ -16,27 +30,22 @@ TEST(PrintableTextTest, NamesAreQuotedOnlyWhereSomethingIsEscaped) {
         EXPECT_EQ(zel::printableName(name), name);
         EXPECT_EQ(zel::printableInQuotes(name), name);
     }
-    struct Case {
-        std::string name, escaped;
-    };
-    for (Case const& c :
-         {Case{"", ""}, Case{"a\"b", R"(a\"b)"}, Case{"maps\\a\nb", R"(maps\\a\nb)"},
-          Case{"\x1B[31mred\x7F\t\r", R"(\x1b[31mred\x7f\t\r)"},
-          // The ends of what controls a terminal or the order of text:
-          Case{"\xC2\x80", R"(\xc2\x80)"}, Case{"\xC2\x9F", R"(\xc2\x9f)"}, Case{"\xD8\x9C", R"(\xd8\x9c)"},
-          Case{"\xE2\x80\x8E", R"(\xe2\x80\x8e)"}, Case{"\xE2\x80\x8F", R"(\xe2\x80\x8f)"},
-          Case{"\xE2\x80\xA8", R"(\xe2\x80\xa8)"}, Case{"\xE2\x80\xAE", R"(\xe2\x80\xae)"},
-          Case{"\xE2\x81\xA6", R"(\xe2\x81\xa6)"}, Case{"\xE2\x81\xA9", R"(\xe2\x81\xa9)"},
-          // What is no UTF-8: no first byte, cut off, too long a form, half a pair, past the last character.
-          Case{"a\xFF", R"(a\xff)"}, Case{"\x80z", R"(\x80z)"}, Case{"\xC3z", R"(\xc3z)"},
-          Case{"\xE2\x82", R"(\xe2\x82)"}, Case{"\xC1\xBF", R"(\xc1\xbf)"},
-          Case{"\xE0\x9F\xBF", R"(\xe0\x9f\xbf)"}, Case{"\xED\xA0\x80", R"(\xed\xa0\x80)"},
-          Case{"\xED\xBF\xBF", R"(\xed\xbf\xbf)"}, Case{"\xF0\x8F\xBF\xBF", R"(\xf0\x8f\xbf\xbf)"},
-          Case{"\xF4\x90\x80\x80", R"(\xf4\x90\x80\x80)"}}) {
-        EXPECT_EQ(zel::printableName(c.name), '"' + c.escaped + '"');
-        EXPECT_EQ(zel::printableInQuotes(c.name), c.escaped);
-    }
-    EXPECT_EQ(zel::printableName(std::string("a\0b", 3)), R"("a\x00b")");
+    expectEscaped("", "");
+    expectEscaped("a\"b", R"(a\"b)");
+    expectEscaped("maps\\a\nb", R"(maps\\a\nb)");
+    expectEscaped("\x1B[31mred\x7F\t\r", R"(\x1b[31mred\x7f\t\r)");
+    expectEscaped(std::string("a\0b", 3), R"(a\x00b)");
+    // The ends of what controls a terminal or the order of text:
+    for (char const* name : {"\xC2\x80", "\xC2\x9F", "\xD8\x9C", "\xE2\x80\x8E", "\xE2\x80\x8F",
+                             "\xE2\x80\xA8", "\xE2\x80\xAE", "\xE2\x81\xA6", "\xE2\x81\xA9"})
+        expectEscaped(name, inHexadecimal(name));
+    // What is no UTF-8: no first byte, cut off, too long a form, half a pair, past the last character.
+    expectEscaped("a\xFF", R"(a\xff)");
+    expectEscaped("\x80z", R"(\x80z)");
+    expectEscaped("\xC3z", R"(\xc3z)");
+    for (char const* name : {"\xE2\x82", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
+                             "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"})
+        expectEscaped(name, inHexadecimal(name));
     EXPECT_EQ(zel::printableLine("a\\b \"c\": \n\x9B"), R"(a\b "c": \n\x9b)");
 }
 
