@@ -122,6 +122,9 @@ Act seek(int position) {
 }
 
 void flush(File& file) { file.flush(); }
+void read(File& file) { readSome(file); }
+void write(File& file) { file.write("0123456789", 10); }
+void overwrite(File& file) { file.write("ab", 2); }
 
 /// Each refusal leaves the stream as it was: it stands where it stood, and has its size.
 template <class Refusal>
@@ -134,9 +137,6 @@ void expectRefused(File& file, std::function<void()> const& act, char const* mes
 }
 
 TEST_P(StreamTest, WritingIsAWriteErrorWhateverCameBefore) {
-    Act const read = [](File& file) {
-        readSome(file);
-    };
     std::vector<Act> const histories[] = {{},
                                           {read},
                                           {read, seek(1)},
@@ -163,12 +163,6 @@ TEST_P(StreamTest, WritingIsAWriteErrorWhateverCameBefore) {
 using WrittenStreamTest = test::LibraryTest;
 
 TEST_F(WrittenStreamTest, ReadingIsAReadErrorWhateverCameBefore) {
-    Act const write = [](File& file) {
-        file.write("0123456789", 10);
-    };
-    Act const overwrite = [](File& file) {
-        file.write("ab", 2);
-    };
     std::pair<std::vector<Act>, char const*> const histories[] = {
         {{write, seek(0)}, "01234567YZ"},
         {{write, seek(0), overwrite}, "ab234567YZ"},
