@@ -36,6 +36,12 @@ void resetSettings() {
 
 } // namespace
 
+std::string fileContent(fs::path const& file) {
+    std::ifstream stream(file, std::ios::binary);
+    EXPECT_TRUE(stream) << file;
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 LibraryTest::LibraryTest()
     : m_scratch(scratchOfThisTest()),
       m_workingDirectory(fs::current_path()),
@@ -59,12 +65,6 @@ void LibraryTest::writeFile(std::string const& name, std::string const& content)
     std::ofstream stream(path(name), std::ios::binary);
     stream << content;
     ASSERT_TRUE(stream.flush()) << name;
-}
-
-std::string LibraryTest::readFile(std::string const& name) const {
-    std::ifstream stream(path(name), std::ios::binary);
-    EXPECT_TRUE(stream) << name;
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
 std::string LibraryTest::packArchive(std::string const& name, Entries const& entries) const {

@@ -18,6 +18,9 @@ namespace test {
 /// Names and contents of an archive's entries.
 using Entries = std::vector<std::pair<std::string, std::string>>;
 
+/// The bytes of a file, without the library.
+std::string fileContent(fs::path const& file);
+
 class LibraryTest : public testing::Test {
 protected:
     LibraryTest();
@@ -28,8 +31,7 @@ protected:
 
     /// Writes a file, and the directories it needs.
     void writeFile(std::string const& name, std::string const& content) const;
-    /// A file of the scratch directory, or of anywhere by its full path.
-    std::string readFile(std::string const& name) const;
+    std::string readFile(std::string const& name) const { return fileContent(path(name)); }
 
     /// Writes an archive file below the scratch directory and returns the full path for the library.
     std::string packArchive(std::string const& name, Entries const& entries) const;

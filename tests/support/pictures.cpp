@@ -1,10 +1,8 @@
 #include "support/pictures.h"
+#include "support/library_test.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <ostream>
-#include <stdexcept>
 
 namespace test {
 namespace {
@@ -63,13 +61,6 @@ Zel::Image imageOf(int width, std::vector<Zel::Color> const& pixels) {
     Zel::Image image(width, static_cast<int>(pixels.size()) / width);
     std::copy(pixels.begin(), pixels.end(), image.getData());
     return image;
-}
-
-std::string fileContent(std::string const& hostPath) {
-    std::ifstream file(hostPath, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("cannot read " + hostPath);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::string testData(std::string const& name) { return fileContent(ZEL_TEST_DATA "/" + name); }

@@ -61,8 +61,6 @@ std::vector<Zel::Color> pixelsOf(Zel::Image const& image);
 /// An image with these pixels, row by row.
 Zel::Image imageOf(int width, std::vector<Zel::Color> const& pixels);
 
-std::string fileContent(std::string const& hostPath);
-
 /// One of the files in tests/data.
 std::string testData(std::string const& name);
 

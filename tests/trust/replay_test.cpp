@@ -56,7 +56,7 @@ TEST_P(ReplayTest, NoInputHurts) {
             continue;
         for (auto const& file : fs::directory_iterator(folder / GetParam().name)) {
             SCOPED_TRACE(file.path().string());
-            std::string const input = test::fileContent(file.path().string());
+            std::string const input = test::fileContent(file);
             run(input); // what is made once and kept is made now
             long const live = test::liveAllocations();
             run(input);

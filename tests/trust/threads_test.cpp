@@ -18,14 +18,13 @@ protected:
         for (fs::directory_entry const& file : fs::recursive_directory_iterator(ZEL_EXAMPLE_DATA)) {
             if (!file.is_regular_file())
                 continue;
-            std::string const content = readFile(file.path().string());
-            std::string name =
+            std::string const name =
                 zel::toLowerCase(fs::relative(file.path(), ZEL_EXAMPLE_DATA).generic_string());
             if (name.ends_with(".jpg") || name.ends_with(".bmp") || name.ends_with(".obj")) {
-                writeFile(name, content);
+                writeFile(name, test::fileContent(file));
                 continue;
             }
-            entries.emplace_back(zel::storedName(name), content);
+            entries.emplace_back(zel::storedName(name), test::fileContent(file));
         }
         m_archive = std::make_unique<Zel::Archive>(packArchive("a.bva", entries));
         Zel::noise(0.5F); // makes its tables
