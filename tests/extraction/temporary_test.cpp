@@ -19,7 +19,7 @@ TEST_F(TemporaryTest, TemporaryDirectoriesAreNewEmptyAndRecorded) {
         second = File::getTmpDir();
     }
     EXPECT_THAT(File::sm_extractedFiles, testing::ElementsAre(first, second));
-    // The time of day, its low 32 bits first, and the performance counter alike.
+    // The time of day in 100 ns since 1601, its low 32 bits first, and the performance counter alike.
     EXPECT_TRUE(first.ends_with("\\Brisvane\\temp\\tmp_1_598810624_27114231_2764472320_232830\\")) << first;
     EXPECT_TRUE(second.ends_with("\\Brisvane\\temp\\tmp_2_598810624_27114231_2764472320_232830\\")) << second;
     EXPECT_EQ(test::treeOf(temporaryRoot()).size(), 2u) << "nothing is in them";

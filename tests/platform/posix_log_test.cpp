@@ -16,7 +16,7 @@ protected:
     PosixLogTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); } // a process begun anew, not a copy
 
     static std::string fileName() { return "verbose_" + test::computerName() + ".txt"; }
-    fs::path logFolder(std::string const& data = "data") const { return path(data) / "Brisvane" / "Trelwyn"; }
+    fs::path logFolder() const { return path("data/Brisvane/Trelwyn"); }
     static fs::path startupLog() { return fs::read_symlink("/proc/self/exe").parent_path() / fileName(); }
 
     static std::string textOf(fs::path const& file) {

@@ -28,9 +28,9 @@ TEST_F(DiffTest, TheSameEntriesInAnotherOrderAreNoDifference) {
     packArchive("b.bva", {{"y", "2"}, {"x", "1"}});
     expectOut({"diff", "a.bva", "b.bva"}, "0 added, 0 removed, 0 changed, 2 the same\n");
     EXPECT_EQ(zel({"diff", "a.bva", "missing.bva"}), 3);
-    writeFile("bad.bva", "no archive at all");
+    writeFile("bad.bva", "no archive at all"); // 1629515630 is "no a"
     expectErr({"diff", "a.bva", "bad.bva"}, 1,
-              "zel: Archive \"bad.bva\" has invalid version 1629515630 (expected 44)\n"); // its first bytes
+              "zel: Archive \"bad.bva\" has invalid version 1629515630 (expected 44)\n");
 }
 
 TEST_F(DiffTest, NoEntryOfOneArchiveStandsInForTheOther) {

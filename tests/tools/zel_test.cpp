@@ -28,7 +28,7 @@ TEST_F(ZelTest, PacksListsVerifiesAndShows) {
     writeTree();
     expectOut({"pack", "tree", "Out.bva"}, testing::StartsWith("packed 2 files into Out.bva, "));
     EXPECT_THAT(out(), testing::EndsWith(" " + std::to_string(readFile("Out.bva").size()) + " bytes\n"));
-    expectOut({"list", "Out.bva"}, "      size  crc32     name\n" // the published CRC-32 of both contents
+    expectOut({"list", "Out.bva"}, "      size  crc32     name\n" // the CRC-32 as zlib has it
                                    "         5  3610a686  readme.txt\n"
                                    "         5  3c68917c  sub\\data.bin\n"
                                    "2 entries, 10 bytes\n");
@@ -177,7 +177,7 @@ TEST_F(ZelTest, EveryListedNameCanBeShown) {
 }
 
 TEST_F(ZelTest, WhatGoesWrongHasItsExitCode) {
-    writeFile("bad.bva", "no archive at all");
+    writeFile("bad.bva", "no archive at all"); // 1629515630 is "no a"
     packArchive("good.bva", {{"a", "x"}});
     auto const expectSaid = [this](Command const& arguments, int exitCode, char const* said) {
         expectErr(arguments, exitCode, testing::AllOf(testing::StartsWith("zel: "), HasSubstr(said)));

@@ -56,8 +56,6 @@ protected:
 
     static inline std::string const kBigContent = std::string(70000, 'x');
 
-    test::ImagingThread m_imaging;
-
 private:
     template <class Act>
     static std::pair<bool, bool> runWithFault(long n, Act act) {
