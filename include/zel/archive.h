@@ -1,7 +1,6 @@
 // Archives: packed data files that are read as if they lay in the data directory.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -14,9 +14,6 @@ namespace {
 
 constexpr std::uint32_t kVersion = 44;
 
-/// The bytes of a record beside its name: four numbers.
-constexpr std::size_t kRecordNumbers = 16;
-
 /// Tables are worked on in pieces of so many bytes, each of which stays in the processor's first cache.
 constexpr std::size_t kPieceSize = 16384;
 
@@ -69,7 +66,7 @@ std::vector<std::uint32_t> findRecords(TableText const& text, std::string const&
             decodeRecord(record).size == 0)
             throw Exception_ArchiveCorrupt(archiveName.c_str());
         records.push_back(static_cast<std::uint32_t>(at));
-        at += kRecordNumbers + littleEndian32(record);
+        at += recordSize(record);
     }
     return records;
 }
@@ -115,10 +112,26 @@ void EntryTable::index() {
 }
 
 void EntryTable::remove(std::function<bool(std::string_view name)> const& isChosen) {
-    std::size_t const removed = std::erase_if(
-        m_records, [&](std::uint32_t record) { return isChosen(recordName(m_text.at(record))); });
-    if (removed > 0)
-        index();
+    std::vector<std::uint32_t> kept;
+    std::size_t size = 0;
+    for (std::uint32_t const record : m_records) {
+        if (isChosen(recordName(m_text.at(record))))
+            continue;
+        kept.push_back(record);
+        size += recordSize(m_text.at(record));
+    }
+    if (kept.size() == m_records.size())
+        return;
+    TableText text(size); // without the bytes of those that go
+    unsigned char* to = text.at(0);
+    for (std::uint32_t& record : kept) {
+        unsigned char const* const from = m_text.at(record);
+        record = static_cast<std::uint32_t>(to - text.at(0));
+        to = std::copy_n(from, recordSize(from), to);
+    }
+    m_text = std::move(text);
+    m_records = std::move(kept);
+    index();
 }
 
 } // namespace Zel

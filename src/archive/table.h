@@ -35,7 +35,12 @@ struct Record {
     std::uint32_t crc;
 };
 
+/// The bytes of a record beside its name: four numbers.
+constexpr std::size_t kRecordNumbers = 16;
+
 // Of a record that is there as a whole:
+
+inline std::size_t recordSize(unsigned char const* record) { return kRecordNumbers + littleEndian32(record); }
 
 inline std::string_view recordName(unsigned char const* record) {
     return {reinterpret_cast<char const*>(record + 4), littleEndian32(record)};

@@ -75,7 +75,7 @@ ExtractionTarget::ExtractionTarget(std::string directory, Lifetime lifetime)
     : m_directory(std::move(directory)),
       m_lifetime(lifetime),
       m_rootLength(isTemporary() && !m_directory.empty() ? privatePart(m_directory)
-                                                         : m_directory.find_last_of("\\/") + 1),
+                                                         : File::getFileDir(m_directory).size()),
       m_tree(m_directory.substr(0, m_rootLength),
              isTemporary() ? platform::Tree::Private : platform::Tree::Own) {}
 

@@ -28,9 +28,6 @@ std::string temporarySubFolder(unsigned attempt) {
     return folder;
 }
 
-/// The directory that a path starts from, with a final separator; empty for the working directory.
-std::string directoryOf(std::string const& path) { return path.substr(0, path.find_last_of("\\/") + 1); }
-
 } // namespace
 
 std::size_t privatePart(std::string const& path) {
@@ -70,7 +67,7 @@ void File::cleanup() {
             path.pop_back();
         std::size_t const below = privatePart(path);
         bool const isPrivate = below != std::string::npos;
-        std::string const start = isPrivate ? path.substr(0, below) : directoryOf(path);
+        std::string const start = isPrivate ? path.substr(0, below) : File::getFileDir(path);
         if (!tree || start != root) {
             tree.emplace(start, isPrivate ? platform::Tree::Private : platform::Tree::Own);
             root = start;
@@ -98,7 +95,7 @@ void File::forced_remove_directory(char const* directory) {
     std::string path = directory;
     while (path.ends_with('\\') || path.ends_with('/'))
         path.pop_back();
-    std::string const above = directoryOf(path);
+    std::string const above = File::getFileDir(path);
     platform::Tree(above, platform::Tree::Own).removeTree(path.substr(above.size()));
 }
 

@@ -6,43 +6,32 @@
 #include "file/names.h"
 #include "file/registry.h"
 
-#include <limits>
 #include <zel/exception.h>
 
 namespace Zel {
-namespace {
-
-constexpr std::int64_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
-
-} // namespace
 
 FileContent::FileContent(std::string const& name) : m_name(name) {
     std::string const path = pathToOpen(name);
-    if (!openEntry(path))
+    Archive::FileInfo info;
+    if (Archive const* const archive = findEntry(path, info))
+        openEntry(*archive, info);
+    if (!isOpen()) // an archive that cannot be opened counts as one without the file
         openLoose(path);
     if (!isOpen())
         throw FileException_OpenFailed(name.c_str());
 }
 
 FileContent::FileContent(Archive const& archive, Archive::FileInfo const& info, std::string const& name)
-    : m_name(name),
-      m_stream(platform::openStream(archive.m_openPath, platform::Open::Read)),
-      m_archive(&archive),
-      m_info(info) {}
+    : m_name(name) {
+    openEntry(archive, info);
+}
 
-/// False when no archive has the file, or when that archive itself cannot be opened: then the disk is asked,
-/// as if there were no entry.
-bool FileContent::openEntry(std::string const& path) {
-    Archive::FileInfo info;
-    Archive const* const archive = findEntry(path, info);
-    if (archive == nullptr)
-        return false;
-    m_stream = platform::openStream(archive->m_openPath, platform::Open::Read);
+void FileContent::openEntry(Archive const& archive, Archive::FileInfo const& info) {
+    m_stream = platform::openStream(archive.m_openPath, platform::Open::Read);
     if (!isOpen())
-        return false;
-    m_archive = archive;
+        return;
+    m_archive = &archive;
     m_info = info;
-    return true;
 }
 
 void FileContent::openLoose(std::string const& path) {

@@ -8,10 +8,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <zel/archive.h>
 
 namespace Zel {
+
+/// Files are positioned and measured with 32 bits.
+constexpr std::int64_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
 
 /// Opens the stream of a file and reads it from start to end. Keeps to the bounds of an archived file,
 /// unscrambles it, and compares its checksum at the end.
@@ -76,7 +80,7 @@ private:
     /// What is unscrambled and summed in pieces stays in the processor's first cache.
     static constexpr std::size_t kPieceSize = 16384;
 
-    bool openEntry(std::string const& path);
+    void openEntry(Archive const& archive, Archive::FileInfo const& info);
     void openLoose(std::string const& path);
     void requireHeld() const;
 

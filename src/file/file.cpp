@@ -7,13 +7,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <zel/file.h>
 
 namespace Zel {
 namespace {
-
-constexpr std::int32_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
 
 /// The sum as 32 bits hold it. A position that wraps round names no place in any file: seeking there fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }

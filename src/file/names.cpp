@@ -47,8 +47,6 @@ std::string withFinalSeparator(std::string path) {
     return path;
 }
 
-bool hasZeroByte(std::string const& text) { return text.find('\0') != std::string::npos; }
-
 std::string resolveName(std::string const& name) {
     std::string const& directory = File::sm_datadir.str();
     std::string text;

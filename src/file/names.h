@@ -1,6 +1,8 @@
 // How a file's name becomes the path under which archives and the disk know it.
 #pragma once
 
+#include "platform/path_parts.h"
+
 #include <string>
 
 namespace Zel {
@@ -13,10 +15,6 @@ std::string withBackslashes(std::string text);
 
 /// The path with a final separator, unless it is empty or has one.
 std::string withFinalSeparator(std::string path);
-
-/// Whether the text holds a zero byte. The hosts would cut a name there and open another file, so such a name
-/// opens nothing.
-bool hasZeroByte(std::string const& text);
 
 /// The name taken from the data directory, the whole path in lower case. Throws
 /// FileException_DirectoryNotFound when the name leads nowhere.

@@ -3,6 +3,8 @@
 #include "archive/entries.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 #include <zel/archive.h>
 #include <zel/verbose.h>
 
@@ -10,16 +12,21 @@ namespace Zel {
 
 void Archive::dumpUnaccessedFiles() const {
     constexpr float kMegabytes = 9.5367431640625e-07F;
-    verbose("\nUnaccessed files for archive \"%s\":\n\n", m_fullPath.c_str());
+    // Collected first: a callback may change this archive.
+    std::vector<std::string> keys;
     std::uint32_t total = 0;
     std::string key;
     ArchiveEntries::Walk walk(*m_entries);
     while (auto const place = walk.next(key)) {
         if (m_entries->isAccessed(*place))
             continue;
-        verbose("Archived file \"%s\" was not accessed\n", key.c_str());
+        keys.push_back(key);
         total += m_entries->recordAt(*place).size;
     }
+
+    verbose("\nUnaccessed files for archive \"%s\":\n\n", m_fullPath.c_str());
+    for (std::string const& unaccessed : keys)
+        verbose("Archived file \"%s\" was not accessed\n", unaccessed.c_str());
     // The total is a signed 32-bit number.
     float const megabytes = static_cast<float>(static_cast<std::int32_t>(total)) * kMegabytes;
     verbose("\nTotal %.1f MB of unaccessed files\n\n", static_cast<double>(megabytes));

@@ -1,4 +1,4 @@
-// What stands between the separators of a path.
+// What paths are made of.
 #pragma once
 
 #include <algorithm>
@@ -6,6 +6,10 @@
 #include <string_view>
 
 namespace Zel {
+
+/// Whether a path holds a zero byte. The hosts would cut it there and find something else, so it names
+/// nothing.
+inline bool hasZeroByte(std::string_view path) { return path.find('\0') != std::string_view::npos; }
 
 inline bool isSeparator(char character) { return character == '\\' || character == '/'; }
 

@@ -7,6 +7,8 @@
 #include "support/pictures.h"
 
 #include <algorithm>
+#include <map>
+#include <random>
 
 namespace {
 
@@ -99,6 +101,32 @@ TEST(EntriesTest, ManyTablesAreOneOrderedMapInWhichTheEarlierEntryStays) {
     EXPECT_TRUE(entries.isAccessed(*entries.find("d\\e\\x")));
     EXPECT_FALSE(entries.isAccessed(*entries.find("d\\e\\y")));
     EXPECT_FALSE(entries.find("d\\e"));
+}
+
+TEST(EntriesTest, TablesOfAnySizesInAnyOrderAreOneMap) {
+    std::mt19937 random(1);
+    std::map<std::string, std::uint32_t> wanted; // key and size
+    ArchiveEntries entries;
+    for (std::uint32_t table = 1; table <= 40; ++table) {
+        std::string const prefix = random() % 3 == 0 ? "" : "a\\";
+        std::vector<zel::ArchiveRecord> records;
+        for (std::size_t count = random() % 20 + 1; count > 0; --count)
+            records.push_back({(prefix.empty() ? "a\\" : "") + std::to_string(random() % 300), table, 9, 0});
+        for (auto const& record : records)
+            wanted.try_emplace(prefix + record.name, table);
+        entries.add(prefix, readTable(zel::archiveHead(records)));
+    }
+    std::string all;
+    for (auto const& [key, size] : wanted)
+        all += key + std::to_string(size) + " ";
+    EXPECT_EQ(walked(entries, ArchiveEntries::Walk(entries)), all);
+    for (auto const& [key, size] : wanted) {
+        auto const place = entries.find(key);
+        ASSERT_TRUE(place) << key;
+        all.erase(0, key.size() + std::to_string(size).size() + 1);
+        EXPECT_EQ(walked(entries, ArchiveEntries::Walk(entries, *place)), all) << key;
+        EXPECT_FALSE(entries.find(key + "x")) << key;
+    }
 }
 
 } // namespace

@@ -85,6 +85,21 @@ TEST_F(LookupTest, TheTotalOfTheReportIsASigned32BitNumber) {
     EXPECT_EQ(log.messages().back(), "\nTotal -2047.0 MB of unaccessed files\n\n");
 }
 
+TEST_F(LookupTest, AReportTellsWhatWasWhateverItsCallbackDoes) {
+    static Archive* s_archive;
+    static std::string s_told;
+    Archive archive(packArchive("one.bva", {{"a", "x"}, {"b", "x"}}));
+    s_archive = &archive;
+    s_told.clear();
+    Zel::setVerboseCallback([](char const* message) {
+        s_told += message;
+        *s_archive = Archive(); // whose entries the report is about
+    });
+    archive.dumpUnaccessedFiles();
+    Zel::setVerboseCallback(nullptr);
+    EXPECT_NE(s_told.find("b\" was not accessed\n"), std::string::npos) << s_told;
+}
+
 TEST_F(LookupTest, TheReportOfAllCoversAsManySlotsAsArchivesAreNamed) {
     std::string const one = packArchive("one.bva", {{"a", "x"}});
     Archive unnamed;

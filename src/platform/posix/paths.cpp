@@ -46,7 +46,7 @@ std::optional<std::string> matchEntry(std::string const& directory, std::string 
 } // namespace
 
 std::optional<std::string> toHostPath(std::string const& path) {
-    if (path.find('\0') != std::string::npos)
+    if (hasZeroByte(path))
         return std::nullopt;
     std::string host = path;
     std::replace(host.begin(), host.end(), '\\', '/');

@@ -43,7 +43,7 @@ private:
 /// The names on a path that leads down; none when it leads nowhere.
 std::vector<std::string> namesOn(std::string const& path) {
     std::vector<std::string> names;
-    if (path.find('\0') != std::string::npos)
+    if (hasZeroByte(path))
         return {};
     for (PathParts parts(path); parts.next();) {
         if (parts.part() == "..")

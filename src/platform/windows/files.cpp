@@ -1,10 +1,8 @@
 // Streams and files on Windows: the C runtime's calls on the path as it stands.
 
+#include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/stream_mode.h"
-#include "platform/windows/paths.h"
-
-#include <windows.h>
 
 #include <direct.h>
 #include <io.h>
@@ -13,17 +11,17 @@
 namespace Zel::platform {
 
 Stream openStream(std::string const& path, Open open) {
-    return Stream(isCut(path) ? nullptr : std::fopen(path.c_str(), modeOf(open)));
+    return Stream(hasZeroByte(path) ? nullptr : std::fopen(path.c_str(), modeOf(open)));
 }
 
 std::int64_t streamLength(std::FILE* stream) { return _filelengthi64(_fileno(stream)); }
 
 bool pathExists(std::string const& path) {
     struct _stat64 status;
-    return !isCut(path) && _stat64(path.c_str(), &status) == 0;
+    return !hasZeroByte(path) && _stat64(path.c_str(), &status) == 0;
 }
 
-bool changeDirectory(std::string const& path) { return !isCut(path) && _chdir(path.c_str()) == 0; }
+bool changeDirectory(std::string const& path) { return !hasZeroByte(path) && _chdir(path.c_str()) == 0; }
 
 std::optional<std::string> currentDirectory() {
     char buffer[261];

@@ -2,6 +2,7 @@
 // first step fails.
 
 #include "platform/jpeg_size.h"
+#include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/windows/com_pointer.h"
 
@@ -20,7 +21,7 @@ bool createFactory(ComPointer<IWICImagingFactory>& factory) {
 
 /// The name in the code page of the process, as every other call takes it. Empty when it cannot be told.
 std::wstring wide(std::string const& text) {
-    if (text.find('\0') != std::string::npos)
+    if (hasZeroByte(text))
         return {};
     auto const length = static_cast<int>(text.size());
     std::wstring result(text.size(), L'\0'); // no code page needs more units than bytes

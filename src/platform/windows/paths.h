@@ -6,9 +6,6 @@
 
 namespace Zel::platform {
 
-/// Whether the host would cut the path at a zero byte and find something else.
-inline bool isCut(std::string const& path) { return path.find('\0') != std::string::npos; }
-
 /// Whether a directory on the path, from the root of so many characters on, is a symbolic link or another
 /// reparse point.
 bool leadsThroughLink(std::string const& path, std::size_t rootLength);

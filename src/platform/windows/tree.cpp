@@ -103,7 +103,7 @@ public:
         std::string path = m_root + below;
         while (path.size() > m_root.size() && path.ends_with('\\'))
             path.pop_back();
-        if (isCut(path) || path.size() == m_root.size())
+        if (hasZeroByte(path) || path.size() == m_root.size())
             return {};
         std::size_t const above = path.find_last_of("\\/");
         if (isPrivate() && above != std::string::npos && above > m_root.size() &&
