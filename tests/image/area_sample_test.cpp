@@ -1,12 +1,11 @@
 // Averages under polygons, and resampling.
 
-#include "image/colors.h"
 #include "support/pictures.h"
 
-#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -23,48 +22,39 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
     auto const rectangle = [](float left, float right) {
         return std::vector<Point>{{left, 0}, {right, 0}, {right, 1}, {left, 1}};
     };
-    struct Case {
+    struct {
         float scale;
         std::vector<Point> polygon;
         int expected;
+    } const cases[] = {
+        {1, rectangle(0, 0.25F), 0},          // between columns 0 and 1
+        {1, rectangle(0.25F, 0.5F), 100},     // between 1 and 2
+        {1, rectangle(0.75F, 1), 100},        // between 3 and, wrapped, 0
+        {1, rectangle(100.25F, 100.5F), 100}, // and 400 columns away
+        {1, rectangle(1.5F, 1.75F), 200},     // the image repeats
+        {1, rectangle(-0.75F, -0.5F), 100},   // at -2.5, which is 1.5
+        {1, rectangle(-0.55F, -0.3F), 200},   // from -2.2 to -1.2, cut to -2 and -1
+        {0.25F, rectangle(0, 1), 0},          // no scanline in a quarter of one
+        {2, rectangle(0.25F, 0.5F), 50},      // at 1 and 1.5
+        {1, {{0, 0}, {1, 0}}, 0},             // no area
+        {1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
+        {kNan, rectangle(0, 1), 0},
+        {1, rectangle(kNan, 1), 0},
+        {0, rectangle(0, 1), 0},
     };
-    for (Case const& c : {
-             Case{1, rectangle(0, 0.25F), 0},          // between columns 0 and 1
-             Case{1, rectangle(0.25F, 0.5F), 100},     // between 1 and 2
-             Case{1, rectangle(0.75F, 1), 100},        // between 3 and, wrapped, 0
-             Case{1, rectangle(100.25F, 100.5F), 100}, // and 400 columns away
-             Case{1, rectangle(0, 1), 100},
-             Case{1, rectangle(1.5F, 1.75F), 200},   // the image repeats
-             Case{1, rectangle(-0.75F, -0.5F), 100}, // at -2.5, which is 1.5
-             Case{1, rectangle(-0.55F, -0.3F), 200}, // from -2.2 to -1.2, cut to -2 and -1
-             Case{0.25F, rectangle(0, 1), 0},        // no scanline in a quarter of one
-             Case{2, rectangle(0.25F, 0.5F), 50},    // at 1 and 1.5
-             Case{1, {{0, 0}, {1, 0}}, 0},           // no area
-             Case{1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
-             Case{kNan, rectangle(0, 1), 0},
-             Case{1, rectangle(kNan, 1), 0},
-             Case{0, rectangle(0, 1), 0},
-         }) {
-        int const count = static_cast<int>(c.polygon.size());
-        EXPECT_EQ(image.areaSample(c.scale, c.polygon.data(), count), grey(c.expected)) << c.scale;
-        std::vector<Point> const reversed(c.polygon.rbegin(), c.polygon.rend());
-        EXPECT_EQ(image.areaSample(c.scale, reversed.data(), count), grey(c.expected)) << "other winding";
-    }
-}
-
-/// Where a side of a triangle crosses the lower border of a row.
-double crossing(Zel::Vector2Template<double> const& upper, Zel::Vector2Template<double> const& lower,
-                int row) {
-    return upper.x + (lower.x - upper.x) * (row + 1 - upper.y) / (lower.y - upper.y);
+    for (auto const& [scale, polygon, expected] : cases)
+        for (auto const& winding : {polygon, std::vector<Point>(polygon.rbegin(), polygon.rend())})
+            EXPECT_EQ(image.areaSample(scale, winding.data(), static_cast<int>(winding.size())),
+                      grey(expected))
+                << scale << ", expected " << expected;
 }
 
 // Which pixels of a triangle are covered, and where they sample, as the rule says it.
 TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
     using Corner = Zel::Vector2Template<double>;
     Image image(8, 8);
-    for (int y = 0; y < 8; ++y)
-        for (int x = 0; x < 8; ++x)
-            image(x, y) = grey(20 * x + 10 * y);
+    for (int i = 0; i < 64; ++i)
+        image[i] = grey(20 * (i % 8) + 10 * (i / 8));
     auto const at = [&](int x, int y) {
         return int{image((x % 8 + 8) % 8, (y % 8 + 8) % 8).r};
     };
@@ -80,59 +70,52 @@ TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
         {{{-4.5, -7.75}, {-1.25, -3.75}, {-6.5, 0.25}}}, // columns and rows are cut off towards 0
         {{{-9.5, -12.5}, {-14.5, -10.5}, {-3.5, -4.5}}}, // and more than an image away
     };
-    for (auto const& [top, middle, bottom] : cases) {
-        bool const isMiddleLeft =
-            (middle.x - top.x) * (bottom.y - top.y) < (bottom.x - top.x) * (middle.y - top.y);
+    for (auto const& triangle : cases) {
+        Corner const &top = triangle[0], &middle = triangle[1], &bottom = triangle[2];
+        // Where a side crosses the lower border of a row.
+        auto const crossing = [](Corner const& upper, Corner const& lower, int row) {
+            return upper.x + (lower.x - upper.x) * (row + 1 - upper.y) / (lower.y - upper.y);
+        };
         double sum = 0;
         int count = 0;
         for (int row = static_cast<int>(top.y); row < static_cast<int>(bottom.y); ++row) {
             bool const isUpper = row < static_cast<int>(middle.y);
-            double const side = isUpper ? crossing(top, middle, row) : crossing(middle, bottom, row);
-            double const longSide = crossing(top, bottom, row);
-            int const end = static_cast<int>(isMiddleLeft ? longSide : side);
-            for (int column = static_cast<int>(isMiddleLeft ? side : longSide); column < end;
-                 ++column, ++count)
-                sum +=
-                    (at(column, row) + at(column + 1, row) + at(column, row + 1) + at(column + 1, row + 1)) /
-                    4.0;
+            double left = isUpper ? crossing(top, middle, row) : crossing(middle, bottom, row);
+            double right = crossing(top, bottom, row);
+            if ((middle.x - top.x) * (bottom.y - top.y) > (bottom.x - top.x) * (middle.y - top.y))
+                std::swap(left, right); // the middle corner is on the right
+            for (int x = static_cast<int>(left); x < static_cast<int>(right); ++x, ++count)
+                sum += (at(x, row) + at(x + 1, row) + at(x, row + 1) + at(x + 1, row + 1)) / 4.0;
         }
-        auto const point = [](Corner const& corner) {
-            return Zel::Vector2Template<float>(static_cast<float>(corner.x / 8),
-                                               static_cast<float>(corner.y / 8));
-        };
-        Zel::Vector2Template<float> const triangle[] = {point(middle), point(top), point(bottom)};
-        EXPECT_EQ(int{image.areaSample(1, triangle, 3).r}, static_cast<int>(sum / count))
+        std::vector<Zel::Vector2Template<float>> corners;
+        for (Corner const& corner : {middle, top, bottom})
+            corners.emplace_back(static_cast<float>(corner.x / 8), static_cast<float>(corner.y / 8));
+        EXPECT_EQ(image.areaSample(1, corners.data(), 3), grey(static_cast<int>(sum / count)))
             << top.x << ' ' << top.y;
     }
 }
 
-TEST(AreaSampleTest, ResamplingKeepsFlatColoursAndMakesThemOpaque) {
-    Image source(7, 5);
-    std::fill_n(source.getData(), 35, Color(64, 128, 32, 0));
-    Image target(4, 3);
-    target.copyWithScale(&source, 1);
-    EXPECT_EQ(pixelsOf(target), Colors(12, Color(64, 128, 32, 255)));
-}
-
-TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixel) {
-    Image const source = imageOf(4, {grey(0), grey(40), grey(80), grey(120), //
-                                     grey(0), grey(40), grey(80), grey(120)});
+TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixelAndMakesItOpaque) {
+    Image source(4, 2);
+    for (int i = 0; i < 8; ++i)
+        source[i] = Color(static_cast<std::uint8_t>(i % 4 * 40), 64, 128, 0);
     struct {
         int width;
         float scale;
-        std::vector<int> expected;
+        std::vector<std::uint8_t> reds;
     } const cases[] = {
         {2, 1, {40, 80}},                          // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
         {2, 2, {30, 90}},                          // at 0, 0.5, 1 and 1.5, and so on
         {8, 2, {0, 20, 40, 60, 80, 100, 120, 60}}, // each pixel one of these
         {1, 1, {60}},
     };
-    for (auto const& [width, scale, expected] : cases) {
+    for (auto const& [width, scale, reds] : cases) {
         Image target(width, 1);
         target.copyWithScale(&source, scale);
-        for (int x = 0; x < width; ++x)
-            EXPECT_EQ(int{target(x, 0).g}, expected[static_cast<std::size_t>(x)])
-                << width << ' ' << scale << ' ' << x;
+        Colors expected;
+        for (std::uint8_t const red : reds)
+            expected.emplace_back(red, 64, 128, 255);
+        EXPECT_EQ(pixelsOf(target), expected) << "scale " << scale;
     }
 }
 

@@ -1,7 +1,6 @@
-// What the tests of the codecs share: files of one name, and what they load as.
+// What the tests of the codecs share: files, and what they load as.
 #pragma once
 
-#include "image/colors.h"
 #include "support/library_test.h"
 #include "support/pictures.h"
 
@@ -17,35 +16,30 @@ inline std::string packed(Colors const& colors) {
 
 class CodecTest : public LibraryTest {
 protected:
-    explicit CodecTest(std::string name = "") : m_name(std::move(name)) {}
-
-    Colors load(std::string const& content) const {
-        writeFile(m_name, content);
-        return pixelsOf(Zel::Image(m_name));
+    Colors load(std::string const& name, std::string const& content) const {
+        writeFile(name, content);
+        return pixelsOf(Zel::Image(name));
     }
 
-    struct Fault {
-        std::string message; // of the one exception that has it
-        std::vector<std::string> contents;
-    };
+    /// Each file, by its content, loads as these pixels.
+    void expectPixels(std::string const& name,
+                      std::vector<std::pair<std::string, Colors>> const& files) const {
+        for (std::size_t i = 0; i < files.size(); ++i)
+            EXPECT_EQ(load(name, files[i].first), files[i].second) << "file " << i;
+    }
 
-    void expectFaults(std::vector<Fault> const& faults) const {
+    /// Each message is the one that loading any of its contents ends with.
+    using Faults = std::vector<std::pair<std::string, std::vector<std::string>>>;
+    void expectFaults(std::string const& name, Faults const& faults) const {
         for (auto const& [message, contents] : faults)
             for (std::string const& content : contents)
-                EXPECT_EQ(errorOfLoading(content), message);
+                try {
+                    load(name, content);
+                    ADD_FAILURE() << "no exception: " << message;
+                } catch (Zel::Exception const& exception) {
+                    EXPECT_EQ(exception.getError(), message);
+                }
     }
-
-private:
-    std::string errorOfLoading(std::string const& content) const {
-        try {
-            load(content);
-        } catch (Zel::Exception const& exception) {
-            return exception.getError();
-        }
-        return "no exception";
-    }
-
-    std::string m_name;
 };
 
 } // namespace test

@@ -1,6 +1,5 @@
-// The pixels of an image: their size, their lifetime, and copying of parts.
+// The pixels of an image: their size, their lifetime, copying of parts, and dilation.
 
-#include "image/colors.h"
 #include "support/library_test.h"
 #include "support/pictures.h"
 
@@ -73,6 +72,41 @@ TEST(ImageTest, CopiesRectanglesRowByRow) {
     EXPECT_EQ(target(1, 0), kBlack);
     target.copy(0, 0, &target, 0, 1, 2, 2);
     EXPECT_EQ(pixelsOf(target), (Colors{grey(2), grey(3), grey(5), grey(6), grey(5), grey(6)}));
+}
+
+TEST(ImageTest, DilationAveragesNeighboursThatAreNotOfTheKeyColour) {
+    Color const key(255, 0, 255, 9);
+    auto const isKey = [](Color const& color) {
+        return color.r == 255 && color.g == 0 && color.b == 255;
+    };
+    std::minstd_rand random;
+    Image before(100, 40);
+    for (int i = 0; i < 100 * 40; ++i) {
+        before[i] = randomColor(random);
+        if (random() % 3 == 0)
+            before[i] = Color(255, 0, 255, before[i].a);
+    }
+    Image after(before);
+    after.dilate(key);
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            Colors neighbours;
+            for (auto const& [i, j] : {std::pair(x - 1, y), {x, y - 1}, {x + 1, y}, {x, y + 1}})
+                if (i >= 0 && j >= 0 && i < 100 && j < 40 && !isKey(before(i, j)))
+                    neighbours.push_back(before(i, j));
+            Color expected = before(x, y);
+            if (isKey(expected) && neighbours.empty())
+                expected = key;
+            else if (isKey(expected))
+                for (auto const channel : {&Color::r, &Color::g, &Color::b, &Color::a}) {
+                    int sum = 0;
+                    for (Color const& color : neighbours)
+                        sum += color.*channel;
+                    expected.*channel = static_cast<std::uint8_t>(sum / static_cast<int>(neighbours.size()));
+                }
+            ASSERT_EQ(after(x, y), expected) << x << ' ' << y;
+        }
+    }
 }
 
 } // namespace

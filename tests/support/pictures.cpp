@@ -5,16 +5,11 @@
 #include <ostream>
 
 namespace test {
-namespace {
 
-std::string number(int value, int count) { return littleEndian(static_cast<std::uint32_t>(value), count); }
-
-} // namespace
-
-std::string littleEndian(std::uint32_t value, int count) {
+std::string littleEndian(std::int64_t value, int count) {
     std::string text;
     for (int i = 0; i < count; ++i, value >>= 8)
-        text += static_cast<char>(value & 255U);
+        text += static_cast<char>(value & 255);
     return text;
 }
 
@@ -26,22 +21,23 @@ std::string bytes(std::vector<int> const& values) {
 }
 
 std::string Tga::operator+(std::string const& rest) const {
-    return number(static_cast<int>(id.size()), 1) + number(colormapType, 1) + number(type, 1) +
-           number(firstEntry, 2) + number(entries, 2) + number(entryDepth, 1) + number(99, 4) +
-           number(width, 2) + number(height, 2) + number(depth, 1) + number(descriptor, 1) + id + rest;
+    return bytes({static_cast<int>(id.size()), colormapType, type}) + littleEndian(firstEntry, 2) +
+           littleEndian(entries, 2) + bytes({entryDepth, 99, 0, 0, 0}) + littleEndian(width, 2) +
+           littleEndian(height, 2) + bytes({depth, descriptor}) + id + rest;
 }
 
 std::string Bmp::operator+(std::string const& pixels) const {
-    return "BM" + number(1, 4) + number(2, 4) + littleEndian(offset, 4) + number(3, 4) + number(width, 4) +
-           number(height, 4) + number(4, 2) + number(depth, 2) + std::string(24, '\5') + pixels;
+    return "BM" + std::string(8, '\1') + littleEndian(offset, 4) + std::string(4, '\3') +
+           littleEndian(width, 4) + littleEndian(height, 4) + std::string(2, '\4') + littleEndian(depth, 2) +
+           std::string(24, '\5') + pixels;
 }
 
 std::string Pcx::operator+(std::string const& pixels) const {
-    std::string header = bytes({10, version, encoding, 8}) + number(xMin, 2) + number(yMin, 2) +
-                         number(xMax, 2) + number(yMax, 2);
+    std::string header = bytes({10, version, encoding, 8}) + littleEndian(xMin, 2) + littleEndian(yMin, 2) +
+                         littleEndian(xMax, 2) + littleEndian(yMax, 2);
     header.resize(128, '\x77');
     header[65] = static_cast<char>(planes);
-    header.replace(66, 2, number(bytesPerLine, 2));
+    header.replace(66, 2, littleEndian(bytesPerLine, 2));
     std::string palette;
     for (int i = 0; i < 256; ++i)
         palette += bytes({i, 255 - i, 7});
@@ -52,12 +48,12 @@ Zel::Color pcxColor(int index) {
     return {static_cast<std::uint8_t>(index), static_cast<std::uint8_t>(255 - index), 7, 255};
 }
 
-std::vector<Zel::Color> pixelsOf(Zel::Image const& image) {
+Colors pixelsOf(Zel::Image const& image) {
     auto const count = static_cast<std::ptrdiff_t>(image.getWidth()) * image.getHeight();
     return {image.getData(), image.getData() + count};
 }
 
-Zel::Image imageOf(int width, std::vector<Zel::Color> const& pixels) {
+Zel::Image imageOf(int width, Colors const& pixels) {
     Zel::Image image(width, static_cast<int>(pixels.size()) / width);
     std::copy(pixels.begin(), pixels.end(), image.getData());
     return image;
