@@ -65,8 +65,7 @@ TEST_F(ExpansionTest, WhatIsOrdinaryIsReadHoweverOftenItIsRepeated) {
               repeated("[Block]\nname = \"Texture fill test\";\nloops = 10;\nscale = 1.525;\n// A comment\n"
                        "position = (0.0,1.0,2.0);\n\n",
                        100));
-    writeFile("main", repeated("#include settings\n", 800));
-    EXPECT_EQ(Zel::Script("main").getBlockCount(), 800 * 100);
+    EXPECT_EQ(parse(repeated("#include settings\n", 800)).getBlockCount(), 800 * 100);
 }
 
 TEST_F(ExpansionTest, IncludesMayBeAsDeepAsYouLike) {

@@ -9,25 +9,24 @@ using ParserTest = test::ScriptTest;
 std::string const kSyntaxError = "Syntax error in file main at line 1";
 
 TEST_F(ParserTest, BlocksAreSiblingsUnlessBracesHoldThem) {
+    struct Case {
+        std::string text, tree;
+    };
     for (auto const& [text, tree] :
-         {std::pair("", ""),
-          {" \t\r\n// nothing\n/* at all */", ""},
-          {"[a]", "[a]\n"},
-          {"[]", "[]\n"},
-          {"[_9z]", "[_9z]\n"},
-          {"[a] x = 1; [b] y = 2;", "[a]\nx = 1 (type 0)\n[b]\ny = 2 (type 0)\n"},
-          {"[a] x = 1; { [b] y = 2; }", "[a]\nx = 1 (type 0)\n  [b]\n  y = 2 (type 0)\n"},
-          {"[a] { [b] { [c] } [d] } [e]", "[a]\n  [b]\n    [c]\n  [d]\n[e]\n"},
-          {"[a] {}", "[a]\n"},
-          {"[a] x = 1; x = 2;", "[a]\nx = 1 (type 0)\nx = 2 (type 0)\n"},
-          {"[a] x y = 1 0;", "[a]\nxy = 10 (type 0)\n"}, // blanks vanish outside quotes
-          {"[a] x [b]", "[a]\n[b]\n"},                   // a name without a value is dropped
-          {"[a] x", "[a]\n"},
-          // So is an assignment that a brace cuts off.
-          {"[a] { [b] y = 1 } [c] [d]", "[a]\n  [b]\n[c]\n[d]\n"},
+         {Case{"", ""}, Case{" \t\r\n// nothing\n/* at all */", ""}, Case{"[a]", "[a]\n"}, Case{"[]", "[]\n"},
+          Case{"[_9z]", "[_9z]\n"}, Case{"[a] {}", "[a]\n"},
+          Case{"[a] x = 1; [b] y = 2;", "[a]\nx = 1 (type 0)\n[b]\ny = 2 (type 0)\n"},
+          Case{"[a] x = 1; { [b] y = 2; }", "[a]\nx = 1 (type 0)\n  [b]\n  y = 2 (type 0)\n"},
+          Case{"[a] { [b] { [c] } [d] } [e]", "[a]\n  [b]\n    [c]\n  [d]\n[e]\n"},
+          Case{"[a] x = 1; x = 2;", "[a]\nx = 1 (type 0)\nx = 2 (type 0)\n"},
+          // Blanks vanish outside quotes.
+          Case{"[a] x y = 1 0;", "[a]\nxy = 10 (type 0)\n"},
+          // A name without a value is dropped. So is an assignment that a brace cuts off.
+          Case{"[a] x [b]", "[a]\n[b]\n"}, Case{"[a] x", "[a]\n"},
+          Case{"[a] { [b] y = 1 } [c] [d]", "[a]\n  [b]\n[c]\n[d]\n"},
           // A brace inside a value counts, and a value that ends behind it expects names again.
-          {"[a] x = 1 {2; y = 3; [b] {} z = 4; }",
-           "[a]\nx = 12 (type 0)\ny = 3 (type 0)\nz = 4 (type 0)\n  [b]\n"}})
+          Case{"[a] x = 1 {2; y = 3; [b] {} z = 4; }",
+               "[a]\nx = 12 (type 0)\ny = 3 (type 0)\nz = 4 (type 0)\n  [b]\n"}})
         EXPECT_EQ(resultOf(text), tree) << text;
 }
 
@@ -73,36 +72,31 @@ TEST_F(ParserTest, TheTextTellsTheType) {
 }
 
 TEST_F(ParserTest, ValuesAreThoseOfTheirText) {
-    auto const parse = [this](std::string const& value) {
-        writeFile("main", "[a] x = " + value + ";");
-        Zel::Script script("main");
+    auto const valued = [this](std::string const& value) {
+        Zel::Script script = parse("[a] x = " + value + ";");
         script.lock("a");
         return script;
     };
-    for (auto const& [text, value] : {std::pair("99999999999", INT32_MAX),
-                                      {"2147483647", INT32_MAX},
-                                      {"-99999999999", INT32_MIN},
-                                      {"-2147483648", INT32_MIN}})
-        EXPECT_EQ(parse(text).getInt("x"), value) << text;
+    EXPECT_EQ(valued("99999999999").getInt("x"), INT32_MAX);
+    EXPECT_EQ(valued("2147483647").getInt("x"), INT32_MAX);
+    EXPECT_EQ(valued("-99999999999").getInt("x"), INT32_MIN);
+    EXPECT_EQ(valued("-2147483648").getInt("x"), INT32_MIN);
+    EXPECT_EQ(valued("(1.5,2)").getFloat("x"), 0);
+    EXPECT_EQ(valued("-0.125").getFloat("x"), -0.125f);
     std::string const huge = "1" + std::string(400, '0') + ".0"; // a float ends at 3.4e38
-    for (auto const& [text, value] : {std::pair<std::string, float>("(1.5,2)", 0),
-                                      {"-0.125", -0.125f},
-                                      {huge, std::numeric_limits<float>::infinity()}})
-        EXPECT_EQ(parse(text).getFloat("x"), value) << text;
-    for (auto const& [text, x, y] :
-         {std::tuple("(-1,.5.5)", -1.0f, 0.5f), {"(\" 1\",2)", 1, 2}, {"(\"+3\",\"+-1\")", 3, 0}})
-        EXPECT_EQ(parse(text).getVector2("x"), Zel::Vector2Template<float>(x, y)) << text;
-    EXPECT_EQ(parse("(1.0,-2.0,3)").getVector3("x"), Zel::Vector3Template<float>(1, -2, 3));
-    EXPECT_EQ(parse("(1.0,2.0,,4)").getVector4("x"), Zel::Vector4Template<float>(1, 2, 0, 4));
-    EXPECT_EQ(parse("[-1.0,1.0]").getInterval("x"), Zel::IntervalTemplate<float>(-1, 1));
-    EXPECT_TRUE(parse("TRUE").getBool("x"));
-    for (auto const& [text, decoded] : {std::pair(R"("fill\n")", "fill\n"),
-                                        {R"("a\\b")", R"(a\b)"},
-                                        {R"("a\tb")", R"(a\b)"},
-                                        {R"("\\n")", R"(\n)"},
-                                        {R"("end\")", R"(end\)"},
-                                        {R"("\\\")", R"(\\)"}})
-        EXPECT_EQ(parse(text).getString("x"), decoded) << text;
+    EXPECT_EQ(valued(huge).getFloat("x"), std::numeric_limits<float>::infinity());
+    EXPECT_EQ(valued("(-1,.5.5)").getVector2("x"), Zel::Vector2Template<float>(-1, 0.5f));
+    EXPECT_EQ(valued("(\" 1\",2)").getVector2("x"), Zel::Vector2Template<float>(1, 2));
+    EXPECT_EQ(valued("(\"+3\",\"+-1\")").getVector2("x"), Zel::Vector2Template<float>(3, 0));
+    EXPECT_EQ(valued("(1.0,-2.0,3)").getVector3("x"), Zel::Vector3Template<float>(1, -2, 3));
+    EXPECT_EQ(valued("(1.0,2.0,,4)").getVector4("x"), Zel::Vector4Template<float>(1, 2, 0, 4));
+    EXPECT_EQ(valued("[-1.0,1.0]").getInterval("x"), Zel::IntervalTemplate<float>(-1, 1));
+    EXPECT_TRUE(valued("TRUE").getBool("x"));
+    std::pair<char const*, char const*> const strings[] = {{R"("fill\n")", "fill\n"}, {R"("a\\b")", R"(a\b)"},
+                                                           {R"("a\tb")", R"(a\b)"},   {R"("\\n")", R"(\n)"},
+                                                           {R"("end\")", R"(end\)"},  {R"("\\\")", R"(\\)"}};
+    for (auto const& [text, decoded] : strings)
+        EXPECT_EQ(valued(text).getString("x"), decoded) << text;
 }
 
 TEST_F(ParserTest, BlocksMayBeNestedAsDeepAsYouLike) {
@@ -110,8 +104,7 @@ TEST_F(ParserTest, BlocksMayBeNestedAsDeepAsYouLike) {
     std::string text;
     for (int i = 0; i < kDepth; ++i)
         text += "[b]{";
-    writeFile("main", text + "[leaf] x = 1;" + std::string(kDepth, '}'));
-    Zel::Script script("main");
+    Zel::Script script = parse(text + "[leaf] x = 1;" + std::string(kDepth, '}'));
     for (int i = 0; i < kDepth; ++i)
         script.lock("b");
     script.lock("leaf");

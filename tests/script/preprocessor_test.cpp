@@ -8,24 +8,20 @@ using PreprocessorTest = test::ScriptTest;
 
 TEST_F(PreprocessorTest, CommentsVanishAndTakeTheNextCharacterAlong) {
     std::string const expected = "[a]\nx = 12 (type 0)\n";
-    for (char const* text : {
-             "[a] x = 12; // to the end of the line\n",
-             "[a] x = 12; // to the end of the file",
-             "[a] x = 1/* one */ 2;",
-             "[a] x = 1/* one */X2;", // the character behind the comment is lost, whatever it is
-             "[a] x = 1/* /* nested */ */ 2;",
-             "[a] x = 1/* /* nested *//**/ */ 2;", // the '/' behind the inner end opens nothing
-             "[a] x = 1/* ** // \" */ 2;",
-             "[a] x = 12;/**/",
-             "[a] x = 12; /* a\nb\n*/\n",
-             "[a] x = 1/***/ 2;",
-             "[a] x = 1/*//*//** /*** / ****/ */ */ 2;", // a '*' and a '/' count for one mark alone
-             "[a] x = 1/* \xAE/ *\n ***/ 2;",
-         })
+    for (char const* text :
+         {"[a] x = 12; // to the end of the line\n", "[a] x = 12; // to the end of the file",
+          "[a] x = 1/* one */ 2;", "[a] x = 1/* /* nested */ */ 2;", "[a] x = 12;/**/", "[a] x = 1/***/ 2;",
+          "[a] x = 12; /* a\nb\n*/\n", "[a] x = 1/* ** // \" */ 2;", "[a] x = 1/* \xAE/ *\n ***/ 2;",
+          // The character behind the comment is lost, whatever it is.
+          "[a] x = 1/* one */X2;",
+          // The '/' behind the inner end opens nothing.
+          "[a] x = 1/* /* nested *//**/ */ 2;",
+          // A '*' and a '/' count for one mark alone.
+          "[a] x = 1/*//*//** /*** / ****/ */ */ 2;"})
         EXPECT_EQ(resultOf(text), expected) << text;
-    EXPECT_EQ(resultOf("[a] x = 1/2;"), "Syntax error in file main at line 1") << "a slash alone is itself";
-    EXPECT_EQ(resultOf("[a] x = 12/*c*/; y = 3;"), "Syntax error in file main at line 1")
-        << "the lost ';' joins the two assignments";
+    for (char const* text : {"[a] x = 1/2;",             // a slash alone is itself
+                             "[a] x = 12/*c*/; y = 3;"}) // the lost ';' joins the two assignments
+        EXPECT_EQ(resultOf(text), "Syntax error in file main at line 1") << text;
 }
 
 TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
@@ -34,13 +30,11 @@ TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
                                        {"[a] s = \"a\r\nb\nc\";", "abc"}, // line breaks are lost
                                        {"[a] s = \"a\xAE.\";", "a."}})    // 0xAE is lost, too
         EXPECT_EQ(resultOf(text), "[a]\ns = " + std::string(string) + " (type 2)\n");
-    EXPECT_EQ(resultOf("[a]\nx = \xAE;"), "Syntax error in file main at line 2")
-        << "0xAE passes outside them";
-    EXPECT_EQ(resultOf(std::string("[a]\nx\0;", 7)), "Syntax error in file main at line 2");
+    for (std::string const& text : {std::string("[a]\nx = \xAE;"), std::string("[a]\nx\0;", 7)})
+        EXPECT_EQ(resultOf(text), "Syntax error in file main at line 2") << "both pass outside of them";
     for (std::string const& text :
          {std::string("[a] s = \"a\0b\";", 14), std::string("#define Z \"a\0b\"\n[a] s = Z;", 26)}) {
-        writeFile("main", text);
-        Zel::Script script("main");
+        Zel::Script script = parse(text);
         script.lock(0);
         EXPECT_EQ(script.getString("s"), std::string("a\0b", 3)) << "a zero byte is a character";
     }
@@ -48,19 +42,22 @@ TEST_F(PreprocessorTest, NothingIsInterpretedInsideLiterals) {
 
 TEST_F(PreprocessorTest, MacrosReplaceWholeWordsOnce) {
     std::string const macros = "#define W 7\n  # \t define\tA B\r\n#define B 8 ignored\n#define N (1,2)\n[a]";
+    struct Case {
+        std::string text, variable;
+    };
     for (auto const& [text, variable] :
-         {std::pair("x = W;", "x = 7 (type 0)"),
-          {"x = 3W;", "x = 37 (type 0)"}, // a word starts where a letter does
-          {"x = 3W4;", "Syntax error in file main at line 5"},
-          {"x = A;", "Syntax error in file main at line 5"}, // B: the replacement is not replaced
-          {"W = 1;", "7 = 1 (type 0)"},
-          {"x = N;", "x = (1,2) (type 4)"},
-          {"\n#undef W\n#define W 9\nx = W;", "x = 9 (type 0)"},
-          {"\n#undef unknown\nx = W;", "x = 7 (type 0)"},
-          {"x = 1 #define Y 5\n; y = Y;", "x = 1 (type 0)\ny = 5 (type 0)"}}) { // anywhere in a line
+         {Case{"x = W;", "x = 7 (type 0)"}, Case{"W = 1;", "7 = 1 (type 0)"},
+          Case{"x = N;", "x = (1,2) (type 4)"},
+          // A word starts where a letter does, and goes on with digits.
+          Case{"x = 3W;", "x = 37 (type 0)"}, Case{"x = 3W4;", "Syntax error in file main at line 5"},
+          // A becomes B: the replacement is not replaced.
+          Case{"x = A;", "Syntax error in file main at line 5"},
+          Case{"\n#undef W\n#define W 9\nx = W;", "x = 9 (type 0)"},
+          Case{"\n#undef unknown\nx = W;", "x = 7 (type 0)"},
+          // Anywhere in a line.
+          Case{"x = 1 #define Y 5\n; y = Y;", "x = 1 (type 0)\ny = 5 (type 0)"}}) {
         std::string const tree = resultOf(macros + text);
-        EXPECT_TRUE(tree == variable || tree == "[a]\n" + std::string(variable) + "\n")
-            << text << ": " << tree;
+        EXPECT_TRUE(tree == variable || tree == "[a]\n" + variable + "\n") << text << ": " << tree;
     }
     EXPECT_EQ(resultOf("#define H a\n[H]"), "[a]\n");
     EXPECT_EQ(resultOf(std::string("#\0define H a\n[H]", 16)), "[a]\n") << "zero bytes are blanks there";

@@ -2,10 +2,14 @@
 
 namespace test {
 
-std::string ScriptTest::resultOf(std::string const& text) const {
+Zel::Script ScriptTest::parse(std::string const& text) const {
     writeFile("main", text);
+    return Zel::Script("main");
+}
+
+std::string ScriptTest::resultOf(std::string const& text) const {
     try {
-        Zel::Script script("main");
+        Zel::Script script = parse(text);
         testing::internal::CaptureStdout(); // the dump's line feeds
         LogCapture const log;
         script.dump();

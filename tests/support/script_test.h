@@ -7,7 +7,10 @@ namespace test {
 
 class ScriptTest : public LibraryTest {
 protected:
-    /// What a script of this text, named "main", comes to: its dump, or the message of the exception.
+    /// A script of this text, named "main".
+    Zel::Script parse(std::string const& text) const;
+
+    /// What such a script comes to: its dump, or the message of the exception.
     std::string resultOf(std::string const& text) const;
 };
 
