@@ -9,20 +9,17 @@
 namespace test {
 namespace {
 
-std::uint32_t checksum(void const* data, std::size_t size) {
-    return static_cast<std::uint32_t>(Zel::crc32(data, size));
+std::uint32_t checksum(std::string_view text) {
+    return static_cast<std::uint32_t>(Zel::crc32(text.data(), text.size()));
 }
-
-std::uint32_t checksum(std::string const& text) { return checksum(text.data(), text.size()); }
 
 std::uint32_t readPicture(std::string const& fileName) {
     Zel::Image const image(fileName);
     image.samplePoint(1, 1);
-    if (image.getWidth() <= 0 || image.getHeight() <= 0)
+    if (image.getData() == nullptr)
         return 0;
-    auto const pixels =
-        static_cast<std::size_t>(image.getWidth()) * static_cast<std::size_t>(image.getHeight());
-    return checksum(image.getData(), pixels * sizeof(Zel::Color));
+    Colors const pixels = pixelsOf(image);
+    return checksum({reinterpret_cast<char const*>(pixels.data()), pixels.size() * sizeof pixels[0]});
 }
 
 std::uint32_t readHostPicture(std::string const& fileName) { return readPicture(libraryPath(fileName)); }
@@ -49,8 +46,7 @@ std::uint32_t readArchive(std::string const& fileName) {
 
 std::uint32_t readText(std::string const& fileName) {
     Zel::TextFile file(fileName, Zel::File::READ_TEXT);
-    std::string word;
-    std::string line;
+    std::string word, line;
     int number = 0;
     float real = 0;
     file >> word >> number >> real;
@@ -67,37 +63,28 @@ std::string archive() {
     return bytes.str();
 }
 
-/// A script in pieces: of each, what must go on, and what may end after any of its characters.
-std::pair<std::string_view, std::string_view> const kScript[] = {
-    {"#define SIZE ", "12\n"},
-    {"/", "/ settings\n"},
-    {"[Main", "]\ncount "},
-    {"= SIZE", ";\nratio "},
-    {"= -1.5", ";\non "},
-    {"= TRUE", ";\nname "},
-    {"= \"a text\\n\"", ";\nplace "},
-    {"= (1.0, 2, 3)", ";\nrange "},
-    {"= [1.0, 2.0]", ";\n"},
-    {"{\n  [Child] /* of Main */\n  deep = 1;\n", "}\n"},
-    {"#undef ", "SIZE\n"}};
+/// A script in pieces between bars: of each two, the first must go on, and the other may end after any of its
+/// characters.
+std::string const kScript =
+    "#define SIZE |12\n|/|/ settings\n|[Main|]\ncount |= SIZE|;\nratio |= -1.5|;\non |= TRUE|;\nname |"
+    "= \"a text\\n\"|;\nplace |= (1.0, 2, 3)|;\nrange |= [1.0, 2.0]|;\n|"
+    "{\n  [Child] /* of Main */\n  deep = 1;\n|}\n|#undef |SIZE\n";
 
 std::string script() {
-    std::string text;
-    for (auto const& [goesOn, mayEnd] : kScript)
-        text.append(goesOn).append(mayEnd);
+    std::string text = kScript;
+    std::erase(text, '|');
     return text;
 }
 
 bool isScriptTooShort(std::size_t length) {
-    for (auto const& [goesOn, mayEnd] : kScript) {
-        if (length <= goesOn.size())
-            return length > 0;
-        length -= goesOn.size();
-        if (length <= mayEnd.size())
-            return false;
-        length -= mayEnd.size();
+    bool mayEnd = length == 0;
+    for (std::size_t i = 0; length > 0; ++i) {
+        if (kScript[i] == '|')
+            mayEnd = !mayEnd;
+        else
+            --length;
     }
-    return false;
+    return !mayEnd;
 }
 
 bool isAlwaysTooShort(std::size_t /*length*/) { return true; }
@@ -114,34 +101,30 @@ std::function<bool(std::size_t)> needsFirstScan(std::string const& jpeg) {
     };
 }
 
-std::string palette() {
-    std::string entries;
-    for (int i = 0; i < 16; ++i)
-        entries += bytes({i, 2 * i, 3 * i});
-    return entries;
-}
-
 } // namespace
 
 std::vector<Sample> const& samples() {
+    Tga const raw{.width = 4, .height = 4, .depth = 32, .descriptor = 0, .id = "id"};
+    Tga const indexed{.type = 9, .width = 18, .depth = 8, .colormapType = 1, .entries = 4, .entryDepth = 24};
+    Tga const grey{.type = 11, .width = 4, .height = 3, .depth = 8, .descriptor = 0};
+    Pcx const pcx{.xMin = 1, .yMin = 1, .xMax = 6, .yMax = 4, .bytesPerLine = 6};
+    std::string const palette = "blugrnredgry";
+    std::string const colour = testData("colour.jpg"), progressive = testData("progressive.jpg");
     static std::vector<Sample> const s_samples{
         {"Archive", "sample.bva", archive(), readArchive, 70, isAlwaysTooShort},
         {"Script", "sample.script", script(), readScript, 1000, isScriptTooShort},
         {"Text", "sample.txt", "\"a word\" 123 4.5e6 and\nthe next line", readText, 1000, isNeverTooShort},
-        {"Bmp", "sample.bmp", Bmp{5, 4} + std::string(60, '\x35'), readPicture, 54, isAlwaysTooShort},
-        {"TgaRaw", "sample.tga", Tga{2, 4, 4, 32, 0, 0, 0, 0, 0, "id"} + std::string(64, '\x35'), readPicture,
-         20, isAlwaysTooShort},
-        {"TgaPalette", "sample.tga",
-         Tga{9, 9, 2, 8, 32, 1, 3, 16, 24} + (palette() + bytes({0x88, 4, 8, 3, 4, 5, 6, 7, 8, 9, 10, 11})),
+        {"Bmp", "sample.bmp", Bmp{.width = 5, .height = 4} + std::string(60, '5'), readPicture, 54,
+         isAlwaysTooShort},
+        {"TgaRaw", "sample.tga", raw + std::string(64, '5'), readPicture, 20, isAlwaysTooShort},
+        {"TgaPalette", "sample.tga", indexed + (palette + bytes({0x88, 1, 8, 0, 1, 2, 3, 0, 1, 2, 3, 0})),
          readPicture, 18, isAlwaysTooShort},
-        {"TgaGrey", "sample.tga", Tga{11, 4, 3, 8, 0} + bytes({0x85, 200, 5, 1, 2, 3, 4, 5, 6}), readPicture,
-         30, isAlwaysTooShort},
-        {"Pcx", "sample.pcx", Pcx{1, 1, 6, 4, 6} + bytes({0xC6, 9, 1, 2, 3, 0xC3, 5, 0xCC, 77}), readPicture,
-         140, isAlwaysTooShort},
-        {"Jpeg", "sample.jpg", testData("colour.jpg"), readHostPicture, 0,
-         needsFirstScan(testData("colour.jpg"))},
-        {"JpegProgressive", "sample.jpg", testData("progressive.jpg"), readHostPicture, 0,
-         needsFirstScan(testData("progressive.jpg"))},
+        {"TgaGrey", "sample.tga", grey + bytes({0x85, 200, 5, 1, 2, 3, 4, 5, 6}), readPicture, 30,
+         isAlwaysTooShort},
+        {"Pcx", "sample.pcx", pcx + bytes({0xC6, 9, 1, 2, 3, 0xC3, 5, 0xCC, 77}), readPicture, 140,
+         isAlwaysTooShort},
+        {"Jpeg", "sample.jpg", colour, readHostPicture, 0, needsFirstScan(colour)},
+        {"JpegProgressive", "sample.jpg", progressive, readHostPicture, 0, needsFirstScan(progressive)},
     };
     return s_samples;
 }
