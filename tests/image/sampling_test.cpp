@@ -1,13 +1,15 @@
-// Point and bilinear samples.
+// Point and bilinear samples, averages under polygons, and resampling.
 
 #include "support/pictures.h"
 
 #include "image/lanes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -88,6 +90,103 @@ TEST(SamplingTest, VectorsBlendAsSingleChannelsDo) {
         average.add(c00, c10, c01, c11, fx, fy);
         vectorAverage.add(c00, c10, c01, c11, fx, fy);
         ASSERT_EQ(vectorAverage.value(), average.value()) << i;
+    }
+}
+
+TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
+    using Point = Zel::Vector2Template<float>;
+    // Left half 0, right half 200, as four columns; samples lie half-way between columns.
+    Image const image = imageOf(4, {grey(0), grey(0), grey(200), grey(200)});
+    auto const rectangle = [](float left, float right) {
+        return std::vector<Point>{{left, 0}, {right, 0}, {right, 1}, {left, 1}};
+    };
+    struct {
+        float scale;
+        std::vector<Point> polygon;
+        int expected;
+    } const cases[] = {
+        {1, rectangle(0.25F, 0.5F), 100},     // between columns 1 and 2
+        {1, rectangle(100.25F, 100.5F), 100}, // and 400 columns away
+        {0.25F, rectangle(0, 1), 0},          // no scanline in a quarter of one
+        {2, rectangle(0.25F, 0.5F), 50},      // at 1 and 1.5
+        {1, {{0, 0}, {1, 0}}, 0},             // no area
+        {1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
+        {kNan, rectangle(0, 1), 0},
+        {1, rectangle(kNan, 1), 0},
+        {0, rectangle(0, 1), 0},
+    };
+    for (auto const& [scale, polygon, expected] : cases)
+        EXPECT_EQ(image.areaSample(scale, polygon.data(), static_cast<int>(polygon.size())), grey(expected))
+            << scale << ", expected " << expected;
+}
+
+// Which pixels of a triangle are covered, and where they sample, as the rule says it.
+TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
+    using Corner = Zel::Vector2Template<double>;
+    Image image(8, 8);
+    for (int i = 0; i < 64; ++i)
+        image[i] = grey(20 * (i % 8) + 10 * (i / 8));
+    auto const at = [&](int x, int y) {
+        return int{image((x % 8 + 8) % 8, (y % 8 + 8) % 8).r};
+    };
+    // On a grid of 8 x 8, from the top downwards.
+    std::array<Corner, 3> const cases[] = {
+        {{{1, 0}, {7, 0}, {1, 6.7}}},                    // flat above,
+        {{{7, 0.6}, {1, 0.6}, {1, 7.3}}},                //
+        {{{1, 0.6}, {1, 7.3}, {7, 7.3}}},                // flat below
+        {{{1, -0.6}, {1, 6.1}, {7, 6.1}}},               //
+        {{{4, 0.25}, {0.75, 4.25}, {6, 8.25}}},          // the left edge ends first,
+        {{{4, 0.25}, {7.25, 4.25}, {2, 8.25}}},          // the right one
+        {{{0, -7.75}, {-3.25, -3.75}, {2, 0.25}}},       // both again, across the origin:
+        {{{-4.5, -7.75}, {-1.25, -3.75}, {-6.5, 0.25}}}, // columns and rows are cut off towards 0
+        {{{-9.5, -12.5}, {-14.5, -10.5}, {-3.5, -4.5}}}, // and more than an image away
+    };
+    for (auto const& triangle : cases) {
+        Corner const &top = triangle[0], &middle = triangle[1], &bottom = triangle[2];
+        // Where a side crosses the lower border of a row.
+        auto const crossing = [](Corner const& upper, Corner const& lower, int row) {
+            return upper.x + (lower.x - upper.x) * (row + 1 - upper.y) / (lower.y - upper.y);
+        };
+        double sum = 0;
+        int count = 0;
+        for (int row = static_cast<int>(top.y); row < static_cast<int>(bottom.y); ++row) {
+            bool const isUpper = row < static_cast<int>(middle.y);
+            double left = isUpper ? crossing(top, middle, row) : crossing(middle, bottom, row);
+            double right = crossing(top, bottom, row);
+            if ((middle.x - top.x) * (bottom.y - top.y) > (bottom.x - top.x) * (middle.y - top.y))
+                std::swap(left, right); // the middle corner is on the right
+            for (int x = static_cast<int>(left); x < static_cast<int>(right); ++x, ++count)
+                sum += (at(x, row) + at(x + 1, row) + at(x, row + 1) + at(x + 1, row + 1)) / 4.0;
+        }
+        std::vector<Zel::Vector2Template<float>> corners;
+        for (Corner const& corner : {middle, top, bottom})
+            corners.emplace_back(static_cast<float>(corner.x / 8), static_cast<float>(corner.y / 8));
+        EXPECT_EQ(image.areaSample(1, corners.data(), 3), grey(static_cast<int>(sum / count)))
+            << top.x << ' ' << top.y;
+    }
+}
+
+TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixelAndMakesItOpaque) {
+    Image source(4, 2);
+    for (int i = 0; i < 8; ++i)
+        source[i] = Color(static_cast<std::uint8_t>(i % 4 * 40), 64, 128, 0);
+    struct {
+        int width;
+        float scale;
+        std::vector<std::uint8_t> reds;
+    } const cases[] = {
+        {2, 1, {40, 80}},                          // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
+        {2, 2, {30, 90}},                          // at 0, 0.5, 1 and 1.5, and so on
+        {8, 2, {0, 20, 40, 60, 80, 100, 120, 60}}, // each pixel one of these
+        {1, 1, {60}},
+    };
+    for (auto const& [width, scale, reds] : cases) {
+        Image target(width, 1);
+        target.copyWithScale(&source, scale);
+        Colors expected;
+        for (std::uint8_t const red : reds)
+            expected.emplace_back(red, 64, 128, 255);
+        EXPECT_EQ(pixelsOf(target), expected) << "scale " << scale;
     }
 }
 

@@ -47,28 +47,23 @@ TEST_P(TimerTest, TellsTheTimeSinceItsStartAndSinceTheSampleBefore) {
 
 TEST_F(TimerTest, SetTakesTheNearestStartThatTheClockCanHold) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    struct {
+    using enum Timer::Type;
+    struct Case {
         Timer::Type type;
         float seconds, told;
-    } const cases[] = {
-        {Timer::SYSTEM_TIME, -5.0F, 1.8446744e12F},
-        {Timer::SYSTEM_TIME, 2e10F, 2e10F},          // longer ago than the first time of day there is
-        {Timer::SYSTEM_TIME, 1e30F, 1.16454736e10F}, // since 1601
-        {Timer::SYSTEM_TIME, NAN, 0.0F},
-        {Timer::MULTIMEDIA_TIME, -5.0F, 4294962.296F},
-        {Timer::MULTIMEDIA_TIME, 2e6F, 2e6F}, // before the clock's own zero
-        {Timer::MULTIMEDIA_TIME, 1e30F, 1e6F},
-        {Timer::MULTIMEDIA_TIME, -1e30F, 1000000.001F},
-        {Timer::PERFORMANCE_COUNTER, -5.0F, -5.0F},
-        {Timer::PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
-        {Timer::PERFORMANCE_COUNTER, -1e30F, -9.2223720e9F},
-        {Timer::PERFORMANCE_COUNTER, NAN, 0.0F},
-        // Products of single precision: in double precision each of these came out otherwise.
-        {Timer::SYSTEM_TIME, 107.374191F, 107.374199F},
-        {Timer::MULTIMEDIA_TIME, 10000.0996F, 10000.1F},
-        {Timer::PERFORMANCE_COUNTER, 100.100067F, 100.10006F},
     };
-    for (auto const& [type, seconds, told] : cases) {
+    for (auto const& [type, seconds, told] :
+         {Case{SYSTEM_TIME, -5.0F, 1.8446744e12F}, Case{SYSTEM_TIME, NAN, 0.0F},
+          // Longer ago than the first time of day there is, which is in 1601.
+          Case{SYSTEM_TIME, 2e10F, 2e10F}, Case{SYSTEM_TIME, 1e30F, 1.16454736e10F},
+          Case{MULTIMEDIA_TIME, -5.0F, 4294962.296F}, Case{MULTIMEDIA_TIME, -1e30F, 1000000.001F},
+          // Before the clock's own zero.
+          Case{MULTIMEDIA_TIME, 2e6F, 2e6F}, Case{MULTIMEDIA_TIME, 1e30F, 1e6F},
+          Case{PERFORMANCE_COUNTER, -5.0F, -5.0F}, Case{PERFORMANCE_COUNTER, kInfinity, 9.2233720e9F},
+          Case{PERFORMANCE_COUNTER, -1e30F, -9.2223720e9F}, Case{PERFORMANCE_COUNTER, NAN, 0.0F},
+          // Products of single precision: in double precision each of these came out otherwise.
+          Case{SYSTEM_TIME, 107.374191F, 107.374199F}, Case{MULTIMEDIA_TIME, 10000.0996F, 10000.1F},
+          Case{PERFORMANCE_COUNTER, 100.100067F, 100.10006F}}) {
         Timer timer(type);
         timer.set(seconds);
         EXPECT_EQ(timer.get(), told) << "type " << type << " set to " << seconds;

@@ -52,21 +52,23 @@ TEST_F(ScriptCommandsTest, TheIncludeThatFailedIsTheOneThatIsTold) {
     writeFile("inc", "[a]\n#include gone");
     writeFile("open", "x = \"literal");
     writeFile("half", "/*");
+    struct Case {
+        std::string text, place;
+    };
     for (auto const& [text, place] :
-         {std::pair("\n// #include gone\n/* #include gone\n*/ #include gone\n", "s:4"),
-          {"[a] s = \"\n#include gone\n\"; t = 1; #include gone\n", "s:3"},
-          {"[a] s = \"\\\"; #include gone", "s:1"},
-          {"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
-          {"#include inc\n#include gone\n", "inc:2"},
-          {"#include inc", "inc:2"},
-          {"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"}, // that quote ends the literal
-          {"#include half\n\n*/ #include gone\n", "s:3"},                       // that comment goes on, too
-          {"#define include x\n#include\tgone\r\n", "s:2"},
-          {"#include q:/../../q\n", "s:1"},
-          {"#include \"\"\n", "s:1"}}) {
+         {Case{"\n// #include gone\n/* #include gone\n*/ #include gone\n", "s:4"},
+          Case{"[a] s = \"\n#include gone\n\"; t = 1; #include gone\n", "s:3"},
+          Case{"[a] s = \"\\\"; #include gone", "s:1"}, Case{"#include inc", "inc:2"},
+          Case{"\n/* /* */ #include gone\n*/ \n # \tinclude \"gone\" more\n", "s:4"},
+          Case{"#include inc\n#include gone\n", "inc:2"},
+          // A quote or a comment that an included file leaves open ends in the including one.
+          Case{"[a]\n#include open\n-\"; #include gone\n\n#include gone\n", "s:3"},
+          Case{"#include half\n\n*/ #include gone\n", "s:3"},
+          Case{"#define include x\n#include\tgone\r\n", "s:2"}, Case{"#include q:/../../q\n", "s:1"},
+          Case{"#include \"\"\n", "s:1"}}) {
         writeFile("s", text);
         EXPECT_EQ(zel({"script", "check", "s"}), 1);
-        EXPECT_THAT(out(), testing::StartsWith(std::string(place) + ": ")) << text;
+        EXPECT_THAT(out(), testing::StartsWith(place + ": ")) << text;
     }
 }
 
@@ -86,7 +88,6 @@ TEST_F(ScriptCommandsTest, NoFileKeepsTheOthersFromBeingChecked) {
     std::string deep = "d";
     while (deep.size() < 1000)
         deep += "/../d";
-    fs::create_directory(path("d"));
     writeFile("d/open", "[a] x = 1");
     EXPECT_EQ(zel({"script", "check", deep + "/open", "outer", "bad"}), 1) << err();
     EXPECT_THAT(out(), HasSubstr("/open:1: Unexpected end of file in script d/../d"));
