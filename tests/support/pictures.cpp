@@ -2,7 +2,9 @@
 #include "support/library_test.h"
 
 #include <algorithm>
-#include <ostream>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
 
 namespace test {
 
@@ -62,8 +64,3 @@ Zel::Image imageOf(int width, Colors const& pixels) {
 std::string testData(std::string const& name) { return fileContent(ZEL_TEST_DATA "/" + name); }
 
 } // namespace test
-
-void Zel::PrintTo(Color const& color, std::ostream* out) {
-    *out << "rgba(" << int{color.r} << ", " << int{color.g} << ", " << int{color.b} << ", " << int{color.a}
-         << ")";
-}

@@ -71,8 +71,3 @@ Zel::Image imageOf(int width, Colors const& pixels);
 std::string testData(std::string const& name);
 
 } // namespace test
-
-namespace Zel {
-/// How a failed comparison shows a colour.
-void PrintTo(Color const& color, std::ostream* out); // NOLINT(readability-identifier-naming)
-} // namespace Zel

@@ -19,8 +19,6 @@ TEST_F(ScriptCommandsTest, CheckReportsEveryFaultyScriptWithItsPlace) {
     writeFile("fine", "[a]");
     for (auto const& [name, text, report] : // which follows "name:"
          {std::tuple("syntax", "[a]\nx = ;\n", "2: Syntax error in file syntax at line 2"),
-          {"directive", "#nothing\n",
-           "2: Unknown preprocessor directive \"#nothing\" in directive on line 2"},
           {"character", "\xC4", "1: Invalid character '\\xc4' (0xc4) in character on line 1"},
           // The message tells no line: it is the last one.
           {"end", "[a]\nx = 1\n", "2: Unexpected end of file in script end"},
