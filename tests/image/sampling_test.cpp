@@ -97,22 +97,20 @@ TEST(AreaSampleTest, AveragesWhatThePolygonCovers) {
     auto const rectangle = [](float left, float right) {
         return std::vector<Point>{{left, 0}, {right, 0}, {right, 1}, {left, 1}};
     };
-    struct {
+    struct Case {
         float scale;
         std::vector<Point> polygon;
         int expected;
-    } const cases[] = {
-        {1, rectangle(0.25F, 0.5F), 100},     // between columns 1 and 2
-        {1, rectangle(100.25F, 100.5F), 100}, // and 400 columns away
-        {0.25F, rectangle(0, 1), 0},          // no scanline in a quarter of one
-        {2, rectangle(0.25F, 0.5F), 50},      // at 1 and 1.5
-        {1, {{0, 0}, {1, 0}}, 0},             // no area
-        {1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
-        {kNan, rectangle(0, 1), 0},
-        {1, rectangle(kNan, 1), 0},
-        {0, rectangle(0, 1), 0},
     };
-    for (auto const& [scale, polygon, expected] : cases)
+    for (auto const& [scale, polygon, expected] :
+         {// Between columns 1 and 2, 400 columns away from there, and at 1 and 1.5.
+          Case{1, rectangle(0.25F, 0.5F), 100}, Case{1, rectangle(100.25F, 100.5F), 100},
+          Case{2, rectangle(0.25F, 0.5F), 50},
+          // No scanline in a quarter of one, and no area.
+          Case{0.25F, rectangle(0, 1), 0}, Case{0, rectangle(0, 1), 0}, Case{1, {{0, 0}, {1, 0}}, 0},
+          Case{1, {{0, 0}, {1, 1}, {0.5F, 0.5F}}, 0},
+          // No numbers.
+          Case{kNan, rectangle(0, 1), 0}, Case{1, rectangle(kNan, 1), 0}})
         EXPECT_EQ(image.areaSample(scale, polygon.data(), static_cast<int>(polygon.size())), grey(expected))
             << scale << ", expected " << expected;
 }
@@ -127,18 +125,17 @@ TEST(AreaSampleTest, CoversATriangleFromTruncatedEdgeToTruncatedEdge) {
         return int{image((x % 8 + 8) % 8, (y % 8 + 8) % 8).r};
     };
     // On a grid of 8 x 8, from the top downwards.
-    std::array<Corner, 3> const cases[] = {
-        {{{1, 0}, {7, 0}, {1, 6.7}}},                    // flat above,
-        {{{7, 0.6}, {1, 0.6}, {1, 7.3}}},                //
-        {{{1, 0.6}, {1, 7.3}, {7, 7.3}}},                // flat below
-        {{{1, -0.6}, {1, 6.1}, {7, 6.1}}},               //
-        {{{4, 0.25}, {0.75, 4.25}, {6, 8.25}}},          // the left edge ends first,
-        {{{4, 0.25}, {7.25, 4.25}, {2, 8.25}}},          // the right one
-        {{{0, -7.75}, {-3.25, -3.75}, {2, 0.25}}},       // both again, across the origin:
-        {{{-4.5, -7.75}, {-1.25, -3.75}, {-6.5, 0.25}}}, // columns and rows are cut off towards 0
-        {{{-9.5, -12.5}, {-14.5, -10.5}, {-3.5, -4.5}}}, // and more than an image away
-    };
-    for (auto const& triangle : cases) {
+    using Triangle = std::array<Corner, 3>;
+    for (Triangle const& triangle :
+         {// Flat above, and flat below.
+          Triangle{{{1, 0}, {7, 0}, {1, 6.7}}}, Triangle{{{7, 0.6}, {1, 0.6}, {1, 7.3}}},
+          Triangle{{{1, 0.6}, {1, 7.3}, {7, 7.3}}}, Triangle{{{1, -0.6}, {1, 6.1}, {7, 6.1}}},
+          // The left edge ends first, and the right one.
+          Triangle{{{4, 0.25}, {0.75, 4.25}, {6, 8.25}}}, Triangle{{{4, 0.25}, {7.25, 4.25}, {2, 8.25}}},
+          // Both again across the origin, as columns and rows are cut off towards 0, and far from the image.
+          Triangle{{{0, -7.75}, {-3.25, -3.75}, {2, 0.25}}},
+          Triangle{{{-4.5, -7.75}, {-1.25, -3.75}, {-6.5, 0.25}}},
+          Triangle{{{-9.5, -12.5}, {-14.5, -10.5}, {-3.5, -4.5}}}}) {
         Corner const &top = triangle[0], &middle = triangle[1], &bottom = triangle[2];
         // Where a side crosses the lower border of a row.
         auto const crossing = [](Corner const& upper, Corner const& lower, int row) {
@@ -167,17 +164,16 @@ TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixelAndMakesItOpaque) {
     Image source(4, 2);
     for (int i = 0; i < 8; ++i)
         source[i] = Color(static_cast<std::uint8_t>(i % 4 * 40), 64, 128, 0);
-    struct {
+    struct Case {
         int width;
         float scale;
         std::vector<std::uint8_t> reds;
-    } const cases[] = {
-        {2, 1, {40, 80}},                          // at 0.5 and 1.5, and at 2.5 and, wrapped, 3.5
-        {2, 2, {30, 90}},                          // at 0, 0.5, 1 and 1.5, and so on
-        {8, 2, {0, 20, 40, 60, 80, 100, 120, 60}}, // each pixel one of these
-        {1, 1, {60}},
     };
-    for (auto const& [width, scale, reds] : cases) {
+    for (auto const& [width, scale, reds] :
+         {// At 0.5 and 1.5, and at 2.5 and, wrapped, 3.5; then at 0, 0.5, 1 and 1.5, and so on.
+          Case{2, 1, {40, 80}}, Case{2, 2, {30, 90}},
+          // Each pixel of one sample, and one pixel of all.
+          Case{8, 2, {0, 20, 40, 60, 80, 100, 120, 60}}, Case{1, 1, {60}}}) {
         Image target(width, 1);
         target.copyWithScale(&source, scale);
         Colors expected;

@@ -106,7 +106,6 @@ TEST_F(TimerTest, AsksForTheFrequencyOnce) {
     EXPECT_EQ(Timer::sm_iPerformanceFreq, 1'000'000'000);
     Timer::sm_iPerformanceFreq = 500'000'000;
     Timer const second(Timer::PERFORMANCE_COUNTER);
-    EXPECT_EQ(Timer::sm_iPerformanceFreq, 500'000'000);
     m_clock.advance(1000);
     EXPECT_EQ(second.get(), 2.0F);
 }

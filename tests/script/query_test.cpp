@@ -104,7 +104,6 @@ TEST_F(QueryTest, CopiesShareTheTreeAndKeepTheirOwnCursors) {
     std::string const& text = copy.getString("s");
     script->unlock();
     EXPECT_EQ(copy.getBlockName(), "a");
-    script.emplace(parse("[c]"));
     script.reset();
     EXPECT_EQ(text, "text") << "the tree lives as long as a copy";
     Script other = parse("[d] s = \"other\";");
