@@ -36,7 +36,7 @@ void crc32_limit_byte_table(benchmark::State& state) {
     for (std::uint32_t i = 0; i < 256; ++i) {
         table[i] = i;
         for (int bit = 0; bit < 8; ++bit)
-            table[i] = table[i] >> 1 ^ (table[i] & 1 ? 0xEDB88320u : 0u);
+            table[i] = table[i] >> 1 ^ ((table[i] & 1) != 0 ? 0xEDB88320u : 0u);
     }
     for ([[maybe_unused]] auto _ : state) {
         std::uint32_t value = 0xFFFFFFFF;

@@ -31,8 +31,8 @@ namespace {
 
 using Point = Zel::Vector3Template<float>;
 
-constexpr int kOctaves = 5;
-constexpr float kFrequency = 16.0F; // as many octaves: 16, 8, 4, 2 and 1
+[[maybe_unused]] constexpr int kOctaves = 5; // of the peers that are told them
+constexpr float kFrequency = 16.0F;          // as many octaves: 16, 8, 4, 2 and 1
 
 std::array<Point, 1024> const& points() {
     static std::array<Point, 1024> const result = [] {

@@ -41,7 +41,12 @@ public:
     }
 
 private:
-    static FColor floats(Color const& color) { return FColor(color.r, color.g, color.b, color.a); }
+    static FColor floats(Color const& color) {
+        auto const channel = [](std::uint8_t value) {
+            return static_cast<float>(value);
+        };
+        return {channel(color.r), channel(color.g), channel(color.b), channel(color.a)};
+    }
 
     FColor m_sum;
     std::int64_t m_count = 0;

@@ -150,7 +150,7 @@ TEST_F(FileTest, AssignmentTakesOverTheStreamAndLeavesTheOldOneOpen) {
     alignas(Zel::File) std::byte storage[sizeof(Zel::File)];
     auto* const source = new (storage) Zel::File("b", Zel::File::READ); // not destroyed: the target closes it
     // Kept aside so that the stream that the assignment abandons can be closed after all.
-    Zel::File* const abandoned = new Zel::File("a", Zel::File::READ);
+    auto* const abandoned = new Zel::File("a", Zel::File::READ);
     {
         Zel::File target(*abandoned);
         target = *source;

@@ -82,9 +82,9 @@ TEST(FColorTest, TurnsHuesBackAndShowsImpossibleOnesInMagenta) {
                        {{kInfinity, 1, 1}, magenta, false}, {{-1e30F, 1, 1}, magenta, false}};
     for (auto const& [hsv, rgb, isBack] : cases) {
         Floats result(3);
-        FColor::hsv2rgb(hsv[0], hsv[1], hsv[2], &result[0], &result[1], &result[2]);
+        FColor::hsv2rgb(hsv[0], hsv[1], hsv[2], result.data(), &result[1], &result[2]);
         EXPECT_EQ(result, rgb) << "hue " << hsv[0];
-        FColor::rgb2hsv(rgb[0], rgb[1], rgb[2], &result[0], &result[1], &result[2]);
+        FColor::rgb2hsv(rgb[0], rgb[1], rgb[2], result.data(), &result[1], &result[2]);
         EXPECT_EQ(result == hsv, isBack) << "hue " << hsv[0] << " came back as " << result[0];
     }
 }

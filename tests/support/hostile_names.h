@@ -19,8 +19,8 @@ inline std::vector<std::string> hostileNames() {
                                       "/leading",      "\\\\server\\share\\up",
                                       "//server/up",   "a\\",
                                       "a\\."};
-    names.push_back(std::string("zero\0byte", 9));
-    names.push_back(std::string("\0", 1));
+    names.emplace_back("zero\0byte", 9);
+    names.emplace_back("\0", 1);
     if (!hasReservedNames())
         return names;
     for (char const* name : {"nul", "CON", "aux.txt", "prn .txt", "a\\com1", "lpt9.x\\a", "com\xB9", "conin$",

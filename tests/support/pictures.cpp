@@ -2,9 +2,6 @@
 #include "support/library_test.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
 namespace test {
 

@@ -16,7 +16,7 @@ protected:
     /// Loads a file of the scratch directory; the program has moved the data directory.
     static Zel::Image load(std::string const& name) {
         Zel::File::sm_datadir = Zel::Path();
-        return Zel::Image(name);
+        return {name};
     }
 
     test::ImagingThread m_imaging;
