@@ -113,16 +113,16 @@ void EntryTable::index() {
 
 void EntryTable::remove(std::function<bool(std::string_view name)> const& isChosen) {
     std::vector<std::uint32_t> kept;
-    std::size_t size = 0;
+    std::size_t bytes = 0;
     for (std::uint32_t const record : m_records) {
         if (isChosen(recordName(m_text.at(record))))
             continue;
         kept.push_back(record);
-        size += recordSize(m_text.at(record));
+        bytes += recordSize(m_text.at(record));
     }
     if (kept.size() == m_records.size())
         return;
-    TableText text(size); // without the bytes of those that go
+    TableText text(bytes); // without the bytes of those that go
     unsigned char* to = text.at(0);
     for (std::uint32_t& record : kept) {
         unsigned char const* const from = m_text.at(record);

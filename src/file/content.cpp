@@ -13,8 +13,8 @@ namespace Zel {
 FileContent::FileContent(std::string const& name) : m_name(name) {
     std::string const path = pathToOpen(name);
     Archive::FileInfo info;
-    if (Archive const* const archive = findEntry(path, info))
-        openEntry(*archive, info);
+    if (Archive const* const holder = findEntry(path, info))
+        openEntry(*holder, info);
     if (!isOpen()) // an archive that cannot be opened counts as one without the file
         openLoose(path);
     if (!isOpen())

@@ -34,10 +34,10 @@ public:
 
     Color value() const {
         FColor const average = m_count > 0 ? m_sum * (1.0F / static_cast<float>(m_count)) : FColor();
-        auto const truncated = [](float channel) {
+        auto const channelOf = [](float channel) {
             return static_cast<std::uint8_t>(static_cast<int>(channel));
         };
-        return {truncated(average.r), truncated(average.g), truncated(average.b), 255};
+        return {channelOf(average.r), channelOf(average.g), channelOf(average.b), 255};
     }
 
 private:
