@@ -44,7 +44,14 @@ void takeFour(Register&... crc) {
 /// array, so that compilers keep each in one of the processor's.
 template <std::size_t stretch>
 std::uint32_t takeStretches(std::uint32_t before, unsigned char const* bytes) {
-    std::uint32_t a = before, b = 0, c = 0, d = 0, e = 0, f = 0, g = 0, h = 0;
+    std::uint32_t a = before;
+    std::uint32_t b = 0;
+    std::uint32_t c = 0;
+    std::uint32_t d = 0;
+    std::uint32_t e = 0;
+    std::uint32_t f = 0;
+    std::uint32_t g = 0;
+    std::uint32_t h = 0;
     for (unsigned char const* const end = bytes + stretch; bytes != end; bytes += 4) {
         a ^= littleEndian32(bytes);
         b ^= littleEndian32(bytes + stretch);
