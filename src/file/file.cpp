@@ -70,6 +70,8 @@ File::File(File const& other) : File() { *this = other; }
 
 // Meant: shallow. From now on either may move the stream that the other reads.
 File& File::operator=(File const& other) {
+    if (this == &other)
+        return *this;
     m_filename = other.m_filename;
     m_mode = other.m_mode;
     m_size = other.m_size;

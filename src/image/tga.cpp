@@ -138,7 +138,7 @@ Palette readColormap(TgaHeader const& header, File& file) {
     }
     std::vector<unsigned char> stored(header.colormapSize());
     file.read(stored.data(), static_cast<int>(stored.size()));
-    Color* entry = &palette[0] + header.firstEntry;
+    Color* entry = palette.data() + header.firstEntry;
     for (std::size_t offset = 0; offset < stored.size(); offset += header.entrySize())
         *entry++ = paletteEntry(&stored[offset], header.entrySize());
     return palette;

@@ -30,7 +30,7 @@ enum class Open {
 };
 
 /// Opens a file. Null on failure, which opening a directory is.
-Stream openStream(std::string const& path, Open open);
+Stream openStream(std::string const& path, Open purpose);
 
 /// What the stream holds of its file beyond the place where it stands, without asking the host. It stays
 /// until the stream is used.
@@ -77,7 +77,7 @@ public:
 
     /// Opens a file for Write or Append. In a private tree, Write removes what has that very name (of a link,
     /// the link itself) and makes a new file, and Append opens plain files alone. Null on failure.
-    Stream openFile(std::string const& path, Open open);
+    Stream openFile(std::string const& path, Open purpose);
 
     /// Removes a file; of a link, the link itself. A failure is ignored.
     void removeFile(std::string const& path);

@@ -247,13 +247,13 @@ Making Tree::makeDirectory(std::string const& path) {
     return name ? m_walk->makeDirectory(*name) : Making::Failed;
 }
 
-Stream Tree::openFile(std::string const& path, Open open) {
+Stream Tree::openFile(std::string const& path, Open purpose) {
     auto const name = m_walk->goTo(path);
     if (!name)
         return nullptr;
     bool isNew = false;
-    Descriptor file = m_walk->openFile(*name, open == Open::Append, isNew);
-    Stream stream(m_walk->takes(file) ? fdopen(file.get(), modeOf(open)) : nullptr);
+    Descriptor file = m_walk->openFile(*name, purpose == Open::Append, isNew);
+    Stream stream(m_walk->takes(file) ? fdopen(file.get(), modeOf(purpose)) : nullptr);
     if (stream)
         file.release(); // closed with the stream
     else if (file.isOpen() && isNew)

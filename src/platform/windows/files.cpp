@@ -10,8 +10,8 @@
 
 namespace Zel::platform {
 
-Stream openStream(std::string const& path, Open open) {
-    return Stream(hasZeroByte(path) ? nullptr : std::fopen(path.c_str(), modeOf(open)));
+Stream openStream(std::string const& path, Open purpose) {
+    return Stream(hasZeroByte(path) ? nullptr : std::fopen(path.c_str(), modeOf(purpose)));
 }
 
 std::int64_t streamLength(std::FILE* stream) { return _filelengthi64(_fileno(stream)); }

@@ -131,15 +131,15 @@ Making Tree::makeDirectory(std::string const& path) {
     return exists && !(m_walk->isPrivate() && isLink(host)) ? Making::Existed : Making::Failed;
 }
 
-Stream Tree::openFile(std::string const& path, Open open) {
+Stream Tree::openFile(std::string const& path, Open purpose) {
     std::string const host = m_walk->pathTo(path);
     if (host.empty())
         return nullptr;
-    if (m_walk->isPrivate() && open == Open::Write)
+    if (m_walk->isPrivate() && purpose == Open::Write)
         return replaceFile(host);
     if (m_walk->isPrivate() && isLink(host))
         return nullptr;
-    return Stream(std::fopen(host.c_str(), modeOf(open)));
+    return Stream(std::fopen(host.c_str(), modeOf(purpose)));
 }
 
 void Tree::removeFile(std::string const& path) {
