@@ -49,13 +49,14 @@ public:
     /// file named last; so use one Archive for each file.
     ///
     /// Meant: a relative name is loaded from the data directory, as File opens it, but its entries are read
-    /// from the current directory at that time: give a full path. An archive inside another one loads, but
-    /// its entries are read from the disk alone.
+    /// from the current directory at that time: give a full path. The table of an archive file inside
+    /// another archive loads, but its entries need the same file on the disk.
     ///
     /// Throws what opening and reading a File throws; a file shorter than its header tells is a
     /// FileException_ReadError. Throws Exception_ArchiveVersionInvalid, and Exception_ArchiveCorrupt when the
     /// table's checksum differs, its records do not fill it, it is empty, or it holds an entry of size 0.
-    /// After a failure the old entries are kept, and the new name.
+    /// After a failure the old entries are kept, and the new name: the archive counts as named. They are read
+    /// from the old file when the new one could not be opened, else from the new one.
     void setFileName(std::string const& fileName);
 
     /// The current directory at the time of loading, joined with the file name. File reads the entries there,
@@ -78,7 +79,8 @@ public:
     /// returns true, findNextSubstring(part, key, key, info).
     bool findNextSubstring(std::string part, std::string previous, std::string& key, FileInfo& info) const;
 
-    /// Writes the keys of the entries not yet accessed, and their total size, to the verbose log.
+    /// Writes the keys of the entries not yet accessed, and the sum of their sizes (a signed number of 32
+    /// bits), to the verbose log.
     void dumpUnaccessedFiles() const;
 
     /// The same for the archives in the slots below getArchiveCount().

@@ -6,7 +6,7 @@
 
 namespace Zel {
 
-/// The value `t` of the way from a to b, truncated toward zero: a for t = 0, b for t = 1.
+/// a + (b - a) * t, truncated toward zero.
 inline int blendChannel(int a, int b, float t) {
     return static_cast<int>(static_cast<float>(b - a) * t + static_cast<float>(a));
 }
@@ -94,7 +94,7 @@ public:
     FColor& operator-=(FColor const& other);
     FColor& operator*=(FColor const& other);
     FColor& operator*=(float factor);
-    /// Meant: alpha stays, with /= and / alone of these operators; it serves averages of colours.
+    /// Meant: only /= and / leave alpha as it is. That serves averages of colours.
     /// (1, 1, 1, 1) / 2 is (0.5, 0.5, 0.5, 1).
     FColor& operator/=(float divisor);
 

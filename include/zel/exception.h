@@ -1,4 +1,5 @@
-// The root of every exception that the library throws, and the exceptions of files and archives.
+// The root of the library's exceptions (std::bad_alloc is thrown, too, when memory runs out), and the
+// exceptions of files and archives.
 #pragma once
 
 #include <zel/api.h>
@@ -48,10 +49,9 @@ class ZEL_API FileException : public Exception {};
 ZEL_DECLARE_EXCEPTION(FileException_OpenFailed, FileException, char const* fileName);
 /// Part of the vocabulary; no operation of the library throws it.
 ZEL_DECLARE_EXCEPTION(FileException_GetSizeFailed, FileException, char const* fileName);
-/// A read past the end or from a file opened for writing, one for which the host delivered too few bytes, or
-/// an archive that is shorter than it promises.
+/// Not all bytes could be read: see File::read.
 ZEL_DECLARE_EXCEPTION(FileException_ReadError, FileException, char const* fileName);
-/// A write of which not all bytes could be stored, or one to a file opened for reading.
+/// Not all bytes could be stored: see File::write and File::flush.
 ZEL_DECLARE_EXCEPTION(FileException_WriteError, FileException, char const* fileName);
 /// A position to which the host does not go.
 ZEL_DECLARE_EXCEPTION(FileException_SeekError, FileException, char const* fileName);

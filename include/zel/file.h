@@ -33,11 +33,11 @@ public:
     ///
     /// Slashes count as backslashes. One separator at the end is dropped. An empty text changes nothing. A
     /// text that begins with two separators (a server) replaces the path. Any other text is applied part by
-    /// part: a part with a ":" becomes the drive, an empty part goes to the drive's root, "." stays, ".."
-    /// goes up, and any other part goes down.
+    /// part: a part with a ":" replaces all by that drive, an empty part goes to the drive's root, "." stays,
+    /// ".." goes up, and any other part goes down.
     ///
-    /// Throws FileException_DirectoryNotFound, naming `text` with backslashes, when a part goes up from the
-    /// top, or to the root of no drive. Meant: the parts before it stay applied.
+    /// Throws FileException_DirectoryNotFound, naming `text` with backslashes, when ".." finds no
+    /// backslash before it, or an empty part no drive. Meant: the parts before it stay applied.
     void append(std::string const& text);
 
     std::string const& str() const& { return m_text; }
@@ -52,8 +52,8 @@ private:
 /// One open file, archived or loose, and the services for names and directories that all files share.
 ///
 /// Names are relative to the data directory. Case does not matter: the whole resolved path is folded to lower
-/// case before it is looked up. A file opened for reading is looked up in the registered archives, the newest
-/// first, and then on the disk.
+/// case before it is looked up. A file opened for reading is looked up in the archives that are searched (see
+/// Archive::getArchiveCount), the one registered last first, and then on the disk.
 ///
 /// Opening, reading, writing and seeking throw when they fail; the exception names the file as the caller
 /// did. The other operations say what they do. One thread at a time uses a File. Set up archives and
@@ -81,9 +81,10 @@ public:
     /// FileException_ReadError when the archive is shorter than it promises.
     File(std::string const& name, Mode mode);
 
-    /// Meant: copies are shallow. Copy and source share one stream and the place where it stands; each has a
-    /// position of its own. Each destructor closes the stream, so destroy only one of the objects that share
-    /// it. An assignment does not close the stream that its target held before.
+    /// Meant: copies are shallow. Copy and source share one stream, and a read by one moves it for both; each
+    /// has a position of its own, which only its own reads move: call setPosition before reading through the
+    /// other. Each destructor closes the stream, so destroy only one of the objects that share it. An
+    /// assignment does not close the stream that its target held before.
     File(File const& other);
     File& operator=(File const& other);
 
@@ -100,7 +101,7 @@ public:
 
     /// The position in bytes from the start of the file. Setting it compares it neither with the size nor
     /// with 0: keep it from 0 to getSize(). Throws FileException_SeekError when the host refuses to go there;
-    /// the position is kept all the same.
+    /// getPosition then tells the new position, although the stream is not there.
     int getPosition() const;
     void setPosition(int position);
 
@@ -123,13 +124,14 @@ public:
 
     /// The data directory, which every file's name is relative to; empty at first. Meant: setting appends
     /// (see Path::append). setDataDir("c:/data") and then setDataDir("maps") gives c:\data\maps; only a
-    /// directory with a drive replaces the present one. Getting adds a final separator unless it is empty.
-    /// Throws FileException_DirectoryNotFound as append does.
+    /// directory with a drive, or a server, replaces the present one. Getting adds a final separator unless
+    /// it is empty. Throws FileException_DirectoryNotFound as append does.
     static void setDataDir(std::string directory);
     static std::string getDataDir();
 
-    /// The library's current directory. It follows the process's working directory until an archive with a
-    /// file name is registered; from then on it is what was remembered last.
+    /// The library's current directory. It is the process's working directory until an archive with a
+    /// file name is registered. From then on it is what was remembered last, by getCurrentDir or when the
+    /// first archive was made.
     ///
     /// Setting appends to what is remembered, and throws FileException_DirectoryNotFound as append does.
     /// Without such an archive it also changes the working directory to `directory`; it throws the same when
@@ -166,8 +168,8 @@ public:
     /// directory counts, too. Throws FileException_DirectoryNotFound as opening a File does.
     static bool exists(std::string const& name);
 
-    /// The name behind its last "/", and of that what is behind its last "\". Meant: when the separator comes
-    /// first, the last character is lost, too: "/abc" gives "ab".
+    /// The name behind its last "/", and of that what is behind its last "\". Meant: when the text begins
+    /// with the separator, the result also loses its last character: "/abc" gives "ab".
     static std::string stripPath(std::string const& name);
 
     /// The name up to its last ".". Meant: a "." in a directory's name counts, too: "a.b\c" gives "a".
@@ -182,12 +184,13 @@ public:
     static std::string getFileDir(std::string const& name);
 
     // Extraction: copies of archived files for programs that need a real path. A temporary extraction makes a
-    // directory of its own (see getTmpDir). All that it makes is recorded for `cleanup`, also when it fails.
-    // Nothing is made or removed through a link that others put there meanwhile.
+    // directory of its own (see getTmpDir). All that it makes is recorded for `cleanup`, also when it fails;
+    // nothing of it is made or removed through a link that others put there meanwhile.
     //
-    // An operation returns false when its archive's file cannot be opened, no temporary directory can be
-    // made, nothing can be written under an entry's name, or that leads out of the destination (see
-    // whyNotExtracted). Of entries that are one file on this host, the last one stays.
+    // Extraction of an entry fails when its archive's file cannot be opened, its key is not below the data
+    // directory, no temporary directory can be made, nothing can be written under its name, or that leads out
+    // of the destination (see whyNotExtracted). Of entries that are one file on this host, the last one
+    // stays.
     //
     // Exceptions name the entry's key. FileException_FileCorrupted: the checksum differs.
     // FileException_SeekError, FileException_ReadError: the archive is shorter than it promises.
@@ -201,14 +204,14 @@ public:
     static bool extractFile(std::string& name);
 
     /// Extracts all entries below a directory, in the order of their keys, from the newest archive that has
-    /// any. Meant: takes every entry whose key contains the directory's full path and a backslash, which may
-    /// lie elsewhere when the data directory is empty. Stops at the first entry that fails. Returns whether
-    /// all succeeded. Once one has, `dir` is the temporary directory followed by what was given, with a final
-    /// backslash.
+    /// any. Meant: takes every entry whose key contains the directory's full path and a backslash; with an
+    /// empty data directory that may lie in another directory. Stops at the first entry that fails. Returns
+    /// whether all succeeded. Once one has, `dir` is the temporary directory followed by what was given, with
+    /// a final backslash.
     ///
-    /// When no archive has any, or the first fails, the result is false while archive-only is set. Otherwise
-    /// `dir` becomes its full path in lower case, with a final backslash, and the result tells whether that
-    /// exists on the disk.
+    /// When no archive has any, or the first fails, the result is false while archive-only is set. When it
+    /// is 0, `dir` becomes its full path in lower case, with a final backslash, and the result tells whether
+    /// that exists on the disk.
     static bool extractDirectory(std::string& dir);
 
     /// The same, but into `destination`, an existing directory given with a final separator, and for good:
@@ -221,8 +224,8 @@ public:
     /// removed through a link below the machine-wide data folder.
     static void cleanup();
 
-    /// Removes the temporary directories of all runs, those of other running programs included. Does nothing
-    /// where getTmpDir could make none.
+    /// Removes Brisvane\temp with all that is in it, the temporary directories of other running programs,
+    /// too. Does nothing where getTmpDir could make none.
     void forced_cleanup();
 
     /// Removes a directory and all that is in it, read-only files included. Links are removed, never
@@ -278,7 +281,7 @@ private:
 /// intervals are their components in order.
 ///
 /// Reading throws as File::read does. When the host delivers too few bytes, a number holds those that came,
-/// in the file's order.
+/// as the file has them (from an archive, scrambled).
 class ZEL_API BinaryFile : public File {
 public:
     enum ByteOrder : std::int32_t {
@@ -346,7 +349,7 @@ private:
 
 /// A file of text: tokens with white space between them, and lines. Characters are bytes. White space is the
 /// space, the tab, the line feed, the vertical tab, the form feed and the carriage return, in every locale. A
-/// zero byte ends what is being read, as the end of the file does. Errors are those of File.
+/// zero byte ends a token, a line, or readFile, as the end of the file does. Errors are those of File.
 ///
 /// Reading a token skips the white space before it and behind it. A token reaches to the next white space.
 /// One that begins with a double quote reaches to the next double quote; it may hold white space and line
@@ -372,9 +375,9 @@ public:
     TextFile& operator>>(std::string& value);
 
     /// Numbers are read from a token by the rules of atoi and atof in the "C" locale: a token that does not
-    /// begin with a number is 0. An integer outside 32 bits, signed, becomes the nearest one inside; then it
-    /// is converted to the target's type (-1 becomes 4294967295 in an unsigned long). A bool is true when the
-    /// integer is not 0.
+    /// begin with a number is 0. Integers are limited to -2147483648 to 2147483647, for unsigned
+    /// types, too, and then converted to the target's type (-1 becomes 4294967295 in an unsigned long). A
+    /// bool is true when the integer is not 0.
     TextFile& operator>>(bool& value);
     TextFile& operator>>(short& value);
     TextFile& operator>>(unsigned short& value);

@@ -21,8 +21,8 @@ ZEL_API void deleteMemoryBlock(void const* address);
 
 /// Writes a report to the verbose log: the present and the largest amount, how many blocks were registered
 /// and unregistered, then each group with its blocks. Blocks of one group, name and number are one line.
-/// Meant: all of them count with the size of the one at the lowest address. Numbers of blocks and bytes are
-/// printed modulo 2^32.
+/// Meant: all of them count with the size of the one at the lowest address. Counts, the bytes of a
+/// line and `number` are printed modulo 2^32; megabytes are not.
 ZEL_API void dumpMemoryBlocks();
 
 /// Copies `count` bytes between areas that do not overlap. A negative count ends the process, with a line on

@@ -37,8 +37,8 @@ ZEL_DECLARE_EXCEPTION(ScriptException_UndefinedVariable, ScriptException, char c
 
 /// The family of failures in directives, comments and characters.
 ///
-/// Meant: a directive that fails names the line after it, as its line break has been read. The other failures
-/// name their own line.
+/// Meant: a directive that fails names the place where reading goes on: mostly the line after it, at the end
+/// of an included file one of the including file. The other failures name their own line.
 class ZEL_API ScriptPreprocessorException : public Exception {};
 
 /// "#include" without a file, "#define" without a name or replacement, "#undef" without a name.
@@ -56,12 +56,13 @@ ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_CommentNotTerminated, ScriptPr
 /// A byte of 0x80 or more, except 0xAE.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_InvalidCharacter, ScriptPreprocessorException,
                       int character, char const* fileName, int line);
-/// A file would be read for the third time inside itself. The second time is allowed, so that other failures
-/// in it are reported first.
+/// An #include of a file that is open twice already. It may be open twice, so that other failures in it are
+/// reported first.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_IncludeLoop, ScriptPreprocessorException,
                       char const* included, char const* fileName, int line);
 /// Includes or macros that expand too far: a script and its includes would need more than 64 MiB plus
-/// 256 times their size in memory, or as much in work (in bytes, 256 for each #include). Each file counts
+/// 256 times their size in memory, or as much in work (64 for each directive; for
+/// each #include also 256 and the size of its file). Each file counts
 /// once, however often it is included.
 ZEL_DECLARE_EXCEPTION(ScriptPreprocessorException_TooLarge, ScriptPreprocessorException, char const* fileName,
                       int line);

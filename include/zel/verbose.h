@@ -10,8 +10,8 @@ namespace Zel {
 /// It is verbose_NAME.txt, with the computer's name, in the sub-folder Brisvane\Trelwyn of the machine-wide
 /// data folder. It lies in the program's own directory when that folder cannot be made, or others can change
 /// it (see File::getTmpDir), and in the working directory when the program's cannot be told. Without a
-/// computer's name it is verbose.txt. The path is determined once, when it is first needed. Nothing is
-/// written or deleted through a link that is put there later.
+/// computer's name it is verbose.txt. The path is determined once, when it is first needed. In the
+/// data folder, nothing is written or deleted through a link that is put there later.
 ZEL_API void enableVerbose(bool enabled);
 
 /// Sets the function that gets each message; null switches it off. It must stay valid while it is set.
