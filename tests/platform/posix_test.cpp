@@ -1,10 +1,13 @@
 // What only a POSIX host has: names that differ in case alone, the drive z:, pipes, modes.
 
+#include "support/host_calls.h"
 #include "support/library_test.h"
 #include "support/ordinary_user.h"
 #include "support/pictures.h"
 
+#include <chrono>
 #include <sys/stat.h>
+#include <thread>
 
 namespace {
 
@@ -22,6 +25,35 @@ TEST_F(PosixTest, TheExactNameComesBeforeTheFirstInByteOrder) {
     writeFile("dir/other", "x");
     EXPECT_THROW(readThroughLibrary("dir/file.txt"), Zel::FileException_OpenFailed)
         << "the exact directory is the one, even where another holds the file";
+}
+
+TEST_F(PosixTest, WhatADirectoryHoldsIsRememberedAndSeenWhenItChanges) {
+    constexpr long kNames = 300;
+    for (long i = 0; i < kNames; ++i)
+        writeFile("Dir/Name" + std::to_string(i), "old");
+    File::setArchiveOnly(0);
+    auto const calls = [](auto act) {
+        long const before = test::hostCalls();
+        act();
+        return test::hostCalls() - before;
+    };
+    // Until the clock of files has moved on, the directory is read each time.
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_GT(calls([] { readThroughLibrary("dir/name1"); }), kNames);
+    EXPECT_LT(calls([] { readThroughLibrary("dir/NAME2"); }), 30);
+    EXPECT_LT(calls([] { EXPECT_FALSE(File::exists("dir/none")); }), 10);
+
+    writeFile("Dir/None", "new");
+    EXPECT_EQ(readThroughLibrary("dir/none"), "new");
+    fs::rename(path("Dir/None"), path("Dir/Other"));
+    EXPECT_FALSE(File::exists("dir/none"));
+    EXPECT_EQ(readThroughLibrary("dir/other"), "new");
+    fs::remove(path("Dir/Other"));
+    EXPECT_FALSE(File::exists("dir/other"));
+    fs::rename(path("Dir"), path("Was"));
+    writeFile("DIR/Name3", "another");
+    EXPECT_EQ(readThroughLibrary("dir/name3"), "another");
+    EXPECT_FALSE(File::exists("dir/name4"));
 }
 
 TEST_F(PosixTest, AFileThatIsThereIsWrittenWhateverItsCase) {

@@ -2,48 +2,13 @@
 
 #include "platform/posix/paths.h"
 
-#include "platform/ascii.h"
 #include "platform/path_parts.h"
+#include "platform/posix/directory_names.h"
 
 #include <algorithm>
-#include <dirent.h>
-#include <memory>
 #include <unistd.h>
 
 namespace Zel::platform {
-namespace {
-
-struct DirectoryCloser {
-    void operator()(DIR* directory) const { closedir(directory); }
-};
-using Directory = std::unique_ptr<DIR, DirectoryCloser>;
-
-/// "" is the working directory.
-Directory openDirectory(std::string const& path) {
-    return Directory(opendir(path.empty() ? "." : path.c_str()));
-}
-
-/// The entry of a directory ("" for the working directory) that is called `name` when case is ignored.
-std::optional<std::string> matchEntry(std::string const& directory, std::string const& name) {
-    std::string const exact = directory + name;
-    if (access(exact.c_str(), F_OK) == 0)
-        return exact;
-
-    Directory const entries = openDirectory(directory);
-    if (!entries)
-        return std::nullopt;
-    std::string const wanted = toAsciiLowerCase(name);
-    std::optional<std::string> best;
-    while (dirent const* entry = readdir(entries.get())) {
-        if (toAsciiLowerCase(entry->d_name) == wanted && (!best || entry->d_name < *best))
-            best = entry->d_name;
-    }
-    if (best)
-        best->insert(0, directory);
-    return best;
-}
-
-} // namespace
 
 std::optional<std::string> toHostPath(std::string const& path) {
     if (hasZeroByte(path))
@@ -69,17 +34,26 @@ std::optional<std::string> fromHostPath(std::string const& hostPath) {
 }
 
 std::optional<std::string> matchIgnoringCase(std::string const& hostPath) {
-    std::string matched = hostPath.starts_with('/') ? "/" : "";
-    for (PathParts parts(hostPath); parts.next();) {
+    auto const exists = [](std::string const& path) {
+        return access(path.c_str(), F_OK) == 0;
+    };
+    // As far as the exact names lead, which mostly is to the last one; from there on, part by part.
+    std::string matched = hostPath;
+    while (!matched.empty() && !exists(matched)) {
+        matched.resize(matched.find_last_not_of('/') + 1);
+        matched.resize(matched.rfind('/') + 1); // 0 when there is no separator
+    }
+    for (PathParts parts(std::string_view(hostPath).substr(matched.size())); parts.next();) {
         if (parts.part().empty())
             continue;
-        auto const entry = matchEntry(matched, std::string(parts.part()));
-        if (!entry)
+        if (!matched.empty() && !matched.ends_with('/'))
+            matched += '/';
+        std::string const name(parts.part());
+        auto const found = exists(matched + name) ? name : matchInDirectory(matched, name);
+        if (!found)
             return std::nullopt;
-        matched = *entry + "/";
+        matched += *found;
     }
-    if (matched.size() > 1)
-        matched.pop_back();
     return matched;
 }
 

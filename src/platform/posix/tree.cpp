@@ -4,11 +4,10 @@
 // Names are found as in all paths: the exact one, or else the first that differs in case alone. For that a
 // directory is looked into once, so what others add to it meanwhile may be missed.
 
-#include "platform/ascii.h"
 #include "platform/path_parts.h"
 #include "platform/platform.h"
 #include "platform/posix/descriptor.h"
-#include "platform/posix/entry_names.h"
+#include "platform/posix/directory_names.h"
 #include "platform/posix/paths.h"
 #include "platform/posix/removal.h"
 #include "platform/stream_mode.h"
@@ -16,29 +15,12 @@
 #include <cerrno>
 #include <climits>
 #include <map>
-#include <set>
 #include <vector>
 
 namespace Zel::platform {
 namespace {
 
 constexpr int kEnterDirectory = O_PATH | O_DIRECTORY | O_CLOEXEC;
-
-/// The names in a directory, in an order that ignores case first.
-class Names {
-public:
-    void insert(std::string const& name) { m_names.emplace(toAsciiLowerCase(name), name); }
-
-    /// The first name in byte order that is `name` when case is ignored.
-    std::optional<std::string> match(std::string const& name) const {
-        std::string const wanted = toAsciiLowerCase(name);
-        auto const found = m_names.lower_bound({wanted, ""});
-        return found != m_names.end() && found->first == wanted ? std::optional(found->second) : std::nullopt;
-    }
-
-private:
-    std::set<std::pair<std::string, std::string>> m_names; ///< in lower case, and as they are
-};
 
 /// The names on a path that leads down; none when it leads nowhere.
 std::vector<std::string> namesOn(std::string const& path) {
@@ -90,7 +72,7 @@ private:
     bool isPrivate() const { return m_kind == Private; }
     void goUp();
     bool goDown(std::string const& name);
-    Names& namesHere();
+    DirectoryNames& namesHere();
     void note(std::string const& name);
 
     /// Calls `act` with the name and, when nothing has it, with the one that differs in case alone; `act`
@@ -112,7 +94,7 @@ private:
     Descriptor m_here; ///< the directory at hand, unless it is the root
     std::vector<Step> m_steps;
     std::string m_made; ///< in the directory at hand, the one that was made last: it is empty
-    std::map<Identity, Names> m_names;
+    std::map<Identity, DirectoryNames> m_names;
 };
 
 Tree::Walk::Walk(std::string const& directory, Kind kind) : m_kind(kind) {
@@ -174,14 +156,11 @@ bool Tree::Walk::goDown(std::string const& name) {
 }
 
 /// The names in the directory at hand, as they were when it was first looked into.
-Names& Tree::Walk::namesHere() {
+DirectoryNames& Tree::Walk::namesHere() {
     auto const seen = m_names.find(identityHere());
     if (seen != m_names.end())
         return seen->second;
-    Names names;
-    for (std::string const& name : entryNames(here()))
-        names.insert(name);
-    return m_names[identityHere()] = std::move(names);
+    return m_names[identityHere()] = DirectoryNames(here());
 }
 
 Making Tree::Walk::makeDirectory(std::string const& name) {
