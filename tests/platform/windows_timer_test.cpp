@@ -72,7 +72,7 @@ TEST_F(WindowsTimerTest, ARefusedResolutionThrowsAndStaysCounted) {
 TEST_F(WindowsTimerTest, ACounterWithoutFrequencyThrows) {
     Timer::sm_iPerformanceFreq = 0;
     ReplacedImport const failing("QueryPerformanceFrequency", noFrequency);
-    EXPECT_THROW(Timer(Timer::PERFORMANCE_COUNTER), Zel::Exception_NoTimerHardware);
+    EXPECT_THROW(Timer{Timer::PERFORMANCE_COUNTER}, Zel::Exception_NoTimerHardware);
 }
 
 TEST_F(WindowsTimerTest, ATimeOfDayThatIsNoNumberThrows) {
@@ -80,7 +80,7 @@ TEST_F(WindowsTimerTest, ATimeOfDayThatIsNoNumberThrows) {
     ReplacedImport const failing("SystemTimeToFileTime", noFileTime);
     EXPECT_THROW(timer.get(), Zel::Exception_SystemTimeConversionFailed);
     EXPECT_THROW(timer.set(1.0F), Zel::Exception_SystemTimeConversionFailed);
-    EXPECT_THROW(Timer(Timer::SYSTEM_TIME), Zel::Exception_SystemTimeConversionFailed);
+    EXPECT_THROW(Timer{Timer::SYSTEM_TIME}, Zel::Exception_SystemTimeConversionFailed);
 }
 
 } // namespace

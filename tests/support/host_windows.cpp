@@ -12,9 +12,18 @@ namespace fs = std::filesystem;
 
 void chooseCommonDataFolder(fs::path const& /*directory*/) {} // the shell's own: Wine's prefix is private
 
-fs::path commonDataFolder() { return std::getenv("ProgramData"); }
+namespace {
 
-std::string computerName() { return std::getenv("COMPUTERNAME"); }
+std::string environment(char const* name) {
+    char const* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+} // namespace
+
+fs::path commonDataFolder() { return environment("ProgramData"); }
+
+std::string computerName() { return environment("COMPUTERNAME"); }
 
 int openDescriptors() {
     int count = 0;

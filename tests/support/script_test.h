@@ -10,7 +10,7 @@ protected:
     /// A script of this text, named "main".
     Zel::Script parse(std::string const& text) const {
         writeFile("main", text);
-        return Zel::Script("main");
+        return {"main"};
     }
 
     /// What such a script comes to: its dump, or the message of the exception.
