@@ -61,10 +61,10 @@ private:
             return std::nullopt;
         bool const lasts = isSettled(status.st_ctim);
         DirectoryNames names(directory.get());
-        auto match = names.match(name);
+        auto found = names.match(name);
         if (lasts && names.size() <= kMostNames)
             remember(status, std::move(names));
-        return match;
+        return found;
     }
 
     void remember(struct stat const& status, DirectoryNames names) {
