@@ -62,7 +62,7 @@ private:
         bool const lasts = isSettled(status.st_ctim);
         DirectoryNames names(directory.get());
         auto found = names.match(name);
-        if (lasts && names.size() <= kMostNames)
+        if (lasts && names.isWhole() && names.size() <= kMostNames)
             remember(status, std::move(names));
         return found;
     }
@@ -85,7 +85,7 @@ thread_local DirectoryMemory t_memory;
 } // namespace
 
 DirectoryNames::DirectoryNames(int directory) {
-    for (std::string const& name : entryNames(directory))
+    for (std::string const& name : entryNames(directory, m_isWhole))
         insert(name);
 }
 

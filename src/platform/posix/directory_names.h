@@ -14,11 +14,12 @@ namespace Zel::platform {
 class DirectoryNames {
 public:
     DirectoryNames() = default;
-    /// Of an open directory.
+    /// Of an open directory, as far as it could be read.
     explicit DirectoryNames(int directory);
 
     void insert(std::string const& name) { m_names.emplace(toAsciiLowerCase(name), name); }
     std::size_t size() const { return m_names.size(); }
+    bool isWhole() const { return m_isWhole; }
 
     /// The first name in byte order that is `name` when case is ignored.
     std::optional<std::string> match(std::string const& name) const {
@@ -29,6 +30,7 @@ public:
 
 private:
     std::set<std::pair<std::string, std::string>> m_names; ///< in lower case, and as they are
+    bool m_isWhole = true;
 };
 
 /// The same of the directory of that host path ("" is the working directory), as it is now. What a directory

@@ -2,13 +2,14 @@
 
 #include "platform/posix/descriptor.h"
 
+#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <memory>
 
 namespace Zel::platform {
 
-std::vector<std::string> entryNames(int directory) {
+std::vector<std::string> entryNames(int directory, bool& isWhole) {
     struct Closer {
         void operator()(DIR* entries) const { closedir(entries); }
     };
@@ -17,10 +18,13 @@ std::vector<std::string> entryNames(int directory) {
     if (entries)
         own.release(); // closed with the entries
     std::vector<std::string> names;
+    errno = 0;
     while (dirent const* entry = entries ? readdir(entries.get()) : nullptr) {
         if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
             names.emplace_back(entry->d_name);
+        errno = 0;
     }
+    isWhole = entries && errno == 0;
     return names;
 }
 

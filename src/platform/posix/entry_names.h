@@ -6,7 +6,8 @@
 
 namespace Zel::platform {
 
-/// What is in an open directory, without "." and ".."; nothing when it cannot be read.
-std::vector<std::string> entryNames(int directory);
+/// What is in an open directory, without "." and "..", as far as it could be read. `isWhole` tells whether
+/// that is all.
+std::vector<std::string> entryNames(int directory, bool& isWhole);
 
 } // namespace Zel::platform

@@ -41,7 +41,8 @@ bool enter(std::vector<Level>& levels, std::string name, Descriptor const& direc
     struct stat status;
     if (fstat(directory.get(), &status) != 0)
         return false;
-    levels.push_back({std::move(name), identityOf(status), entryNames(directory.get())});
+    bool isWhole = false; // what cannot be read stays
+    levels.push_back({std::move(name), identityOf(status), entryNames(directory.get(), isWhole)});
     return true;
 }
 
