@@ -8,7 +8,8 @@ cp -r include src docs "$copy"
 
 scripts/layers.sh "$copy"
 for planted in 'src/core/numbers.cpp "file/names.h"' 'src/archive/table.h <zel/file.h>' \
-  'include/zel/verbose.h <zel/archive.h>' 'src/image/bmp.cpp "script/tree.h"' 'src/platform/platform.h <zel/api.h>'; do
+  'include/zel/verbose.h <zel/archive.h>' 'src/image/bmp.cpp "script/tree.h"' \
+  'src/image/tga.cpp "platform/platform.h"' 'src/platform/platform.h <zel/api.h>'; do
   read -r file include <<<"$planted"
   echo "#include $include" >>"$copy/$file"
   if message=$(scripts/layers.sh "$copy" 2>&1) || [[ $message != *"$file"* ]]; then

@@ -52,6 +52,7 @@ bool findSubstring(ArchiveEntries& entries, ArchiveEntries::Walk walk, std::stri
 
 std::vector<Archive*> Archive::sm_vecArchives;
 
+// Members have their first values in the class; a constructor adds what differs.
 Archive::Archive() : m_entries(std::make_unique<ArchiveEntries>()) {
     rememberCurrentDir();
     sm_vecArchives.push_back(this);

@@ -37,15 +37,7 @@ public:
     /// Null for a loose file.
     Archive const* archive() const { return m_archive; }
 
-    /// Goes to the first byte, where a loose file stands from the start. Throws FileException_SeekError or
-    /// FileException_ReadError when the archive promises bytes that no stream reaches.
-    void begin();
-
-    /// Reads the next bytes, no more than are left. Throws FileException_ReadError when the host delivers too
-    /// few, and FileException_FileCorrupted when these are the last and the checksum differs.
-    void read(void* bytes, std::size_t count);
-
-    /// Calls `take(bytes, count)` with everything from the first byte on, piece by piece.
+    /// Calls `take(bytes, count)` with everything from the first byte on, piece by piece. Throws as check().
     template <class Take>
     void readInPieces(Take take) {
         std::array<unsigned char, kPieceSize> piece;
@@ -58,7 +50,7 @@ public:
     }
 
     /// Reads everything into the memory that `allocate(size)` gives, which is not asked for more bytes than
-    /// the stream holds.
+    /// the stream holds. Throws as check().
     template <class Allocate>
     void readWhole(Allocate allocate) {
         begin();
@@ -70,7 +62,9 @@ public:
         }
     }
 
-    /// Reads an archived file through to compare its checksum, and goes to its first byte.
+    /// Reads an archived file through to compare its checksum, and goes to its first byte. Throws
+    /// FileException_SeekError or FileException_ReadError when the archive promises bytes that no stream
+    /// reaches or the host delivers too few, and FileException_FileCorrupted when the checksum differs.
     void check();
 
     /// Gives the stream away, to be closed by the caller.
@@ -80,6 +74,10 @@ private:
     /// What is unscrambled and summed in pieces stays in the processor's first cache.
     static constexpr std::size_t kPieceSize = 16384;
 
+    /// Goes to the first byte, where a loose file stands from the start.
+    void begin();
+    /// Reads the next bytes, no more than are left. The last ones bring the checksum's verdict.
+    void read(void* bytes, std::size_t count);
     void openEntry(Archive const& archive, Archive::FileInfo const& info);
     void openLoose(std::string const& path);
     void requireHeld() const;

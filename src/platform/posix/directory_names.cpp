@@ -25,6 +25,8 @@ bool isSettled(timespec const& change) {
     long const seconds = static_cast<long>(now.tv_sec - change.tv_sec);
     if (seconds > 2)
         return true;
+    if (seconds < 0) // a clock that was set back
+        return false;
     return change.tv_nsec != 0 && seconds * kNanosecondsPerSecond + now.tv_nsec - change.tv_nsec > kStep;
 }
 
