@@ -73,16 +73,21 @@ std::uint32_t takeStretches(std::uint32_t before, unsigned char const* bytes) {
     return product(kFour, product(kTwo, ab) ^ cd) ^ product(kTwo, ef) ^ gh;
 }
 
+/// Takes eight stretches as often as there are bytes for them.
+template <std::size_t stretch>
+void takeAll(std::uint32_t& crc, unsigned char const*& bytes, std::size_t& length) {
+    constexpr std::size_t kAll = kStretches * stretch;
+    for (; length >= kAll; length -= kAll, bytes += kAll)
+        crc = takeStretches<stretch>(crc, bytes);
+}
+
 } // namespace
 
 std::uint32_t crc32InStretches(std::uint32_t crc, unsigned char const* bytes, std::size_t length) {
-    // Long ones, which cost the least to join, then short ones.
-    constexpr std::size_t kLong = 2048;
-    constexpr std::size_t kShort = 128;
-    for (; length >= kStretches * kLong; length -= kStretches * kLong, bytes += kStretches * kLong)
-        crc = takeStretches<kLong>(crc, bytes);
-    for (; length >= kStretches * kShort; length -= kStretches * kShort, bytes += kStretches * kShort)
-        crc = takeStretches<kShort>(crc, bytes);
+    // Long ones, which cost the least to join, then shorter ones.
+    takeAll<2048>(crc, bytes, length);
+    takeAll<512>(crc, bytes, length);
+    takeAll<128>(crc, bytes, length);
     return crc32InTurn(crc, bytes, length);
 }
 
