@@ -20,8 +20,9 @@ std::string directoryPrefix(std::string const& directory) {
     return prefix;
 }
 
-/// Copies one entry to where `target` says and for as long as it says. `name` is its key, and becomes the path of the copy. False when the key is not below the
-/// data directory, its archive cannot be opened, or nothing can be written under its name.
+/// Copies one entry to where `target` says and for as long as it says. `name` is its key, and becomes the
+/// path of the copy. False when the key is not below the data directory, its archive cannot be opened, or
+/// nothing can be written under its name.
 bool extract(std::string& name, Archive::FileInfo const& info, Archive const& archive,
              ExtractionTarget& target) {
     FileContent entry(archive, info, name);

@@ -17,8 +17,6 @@ FileContent::FileContent(std::string const& name) : m_name(name) {
         openEntry(*holder, info);
     if (!isOpen()) // an archive that cannot be opened counts as one without the file
         openLoose(path);
-    if (!isOpen())
-        throw FileException_OpenFailed(name.c_str());
 }
 
 FileContent::FileContent(Archive const& archive, Archive::FileInfo const& info, std::string const& name)
@@ -27,7 +25,7 @@ FileContent::FileContent(Archive const& archive, Archive::FileInfo const& info, 
 }
 
 void FileContent::openEntry(Archive const& archive, Archive::FileInfo const& info) {
-    m_stream = platform::openStream(archive.m_openPath, platform::Open::Read);
+    m_source = platform::Source(archive.m_openPath);
     if (!isOpen())
         return;
     m_archive = &archive;
@@ -35,11 +33,10 @@ void FileContent::openEntry(Archive const& archive, Archive::FileInfo const& inf
 }
 
 void FileContent::openLoose(std::string const& path) {
-    m_stream = platform::openStream(path, platform::Open::Read);
-    std::int64_t const length = isOpen() ? platform::streamLength(m_stream.get()) : 0;
-    if (length < 0 || length > kLargestPosition)
+    m_source = platform::Source(path);
+    if (!isOpen() || m_source.length() < 0 || m_source.length() > kLargestPosition)
         throw FileException_OpenFailed(m_name.c_str());
-    m_info.size = static_cast<std::uint32_t>(length);
+    m_info.size = static_cast<std::uint32_t>(m_source.length());
 }
 
 void FileContent::begin() {
@@ -47,7 +44,7 @@ void FileContent::begin() {
         throw FileException_SeekError(m_name.c_str());
     if (m_info.size > kLargestPosition - m_info.offset)
         throw FileException_ReadError(m_name.c_str());
-    if (m_archive != nullptr && std::fseek(m_stream.get(), offset(), SEEK_SET) != 0)
+    if (m_archive != nullptr && !m_source.seek(offset()))
         throw FileException_SeekError(m_name.c_str());
     m_left = m_info.size;
     m_crc = Crc32Register();
@@ -55,12 +52,12 @@ void FileContent::begin() {
 
 /// An archive may be shorter than it promises: reading would end in the same error.
 void FileContent::requireHeld() const {
-    if (m_archive != nullptr && platform::streamLength(m_stream.get()) < offset() + std::int64_t{size()})
+    if (m_archive != nullptr && m_source.length() < offset() + std::int64_t{size()})
         throw FileException_ReadError(m_name.c_str());
 }
 
 void FileContent::read(void* bytes, std::size_t count) {
-    if (std::fread(bytes, 1, count, m_stream.get()) != count)
+    if (m_source.read(bytes, count) != count)
         throw FileException_ReadError(m_name.c_str());
     m_left -= count;
     if (m_archive == nullptr)

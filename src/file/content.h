@@ -17,7 +17,7 @@ namespace Zel {
 /// Files are positioned and measured with 32 bits.
 constexpr std::int64_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
 
-/// Opens the stream of a file and reads it from start to end. Keeps to the bounds of an archived file,
+/// Opens a file and reads it from start to end. Keeps to the bounds of an archived file,
 /// unscrambles it, and compares its checksum at the end.
 ///
 /// Exceptions name the file by the text given to the constructor, which must outlive this object.
@@ -31,7 +31,7 @@ public:
     /// An entry of an archive. It is not open when the archive's file cannot be opened.
     FileContent(Archive const& archive, Archive::FileInfo const& info, std::string const& name);
 
-    bool isOpen() const { return m_stream != nullptr; }
+    bool isOpen() const { return m_source.isOpen(); }
     std::int32_t size() const { return static_cast<std::int32_t>(m_info.size); }
     std::int32_t offset() const { return static_cast<std::int32_t>(m_info.offset); }
     /// Null for a loose file.
@@ -67,8 +67,8 @@ public:
     /// reaches or the host delivers too few, and FileException_FileCorrupted when the checksum differs.
     void check();
 
-    /// Gives the stream away, to be closed by the caller.
-    std::FILE* release() { return m_stream.release(); }
+    /// Gives the file away, to a stream that stands where this object does. Null on failure.
+    platform::Stream toStream() { return m_source.toStream(); }
 
 private:
     /// What is unscrambled and summed in pieces stays in the processor's first cache.
@@ -83,7 +83,7 @@ private:
     void requireHeld() const;
 
     std::string const& m_name;
-    platform::Stream m_stream;
+    platform::Source m_source;
     Archive const* m_archive = nullptr;
     Archive::FileInfo m_info;
     std::size_t m_left = 0;

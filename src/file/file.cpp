@@ -108,7 +108,7 @@ void File::openForReading() {
     m_size = content.size();
     m_offset = content.offset();
     m_archive = content.archive();
-    m_handle = content.release();
+    m_handle = content.toStream().release();
     m_position = m_offset;
 }
 

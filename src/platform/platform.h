@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Zel::platform {
 
@@ -21,15 +22,47 @@ struct StreamCloser {
 /// A C stream that one scope owns.
 using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
+/// A file that is open for reading. It is read from the host straight, until a stream takes it over.
+class Source {
+public:
+    Source() = default;
+    /// Opens a file. It is not open on failure, which opening a directory is.
+    explicit Source(std::string const& path);
+    Source(Source&& other) noexcept { swap(other); }
+    Source& operator=(Source&& other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~Source();
+
+    bool isOpen() const { return m_descriptor != -1; }
+    /// In bytes, as it was when the file was opened; -1 when the host could not tell.
+    std::int64_t length() const { return m_length; }
+    /// Goes to a place in bytes from the start. False on failure.
+    bool seek(std::int64_t position);
+    /// Reads the next bytes and tells how many: fewer at the end of the file, or when the host fails.
+    std::size_t read(void* bytes, std::size_t count);
+    /// Gives the file away, to a stream that stands at the same place. Null on failure.
+    Stream toStream();
+
+private:
+    void swap(Source& other) noexcept {
+        std::swap(m_descriptor, other.m_descriptor);
+        std::swap(m_length, other.m_length);
+    }
+
+    int m_descriptor = -1; ///< of the C runtime, on either platform
+    std::int64_t m_length = -1;
+};
+
 /// What a file is opened for.
 enum class Open {
-    Read,      ///< from its start
     Write,     ///< from its start; it is made, or emptied
     WriteText, ///< the same, with the host's line ends
     Append     ///< at its end; it is made if need be. Trees alone open files for it
 };
 
-/// Opens a file. Null on failure, which opening a directory is.
+/// Opens a file to be written. Null on failure, which opening a directory is.
 Stream openStream(std::string const& path, Open purpose);
 
 /// What the stream holds of its file beyond the place where it stands, without asking the host. It stays
@@ -42,9 +75,6 @@ inline std::string_view readAhead(std::FILE* stream);
 
 /// Reads bytes that the stream holds.
 inline void passReadAhead(std::FILE* stream, std::size_t count);
-
-/// The length in bytes of the file behind a stream; -1 when the host cannot tell.
-std::int64_t streamLength(std::FILE* stream);
 
 /// Whether a file or directory of that name exists.
 bool pathExists(std::string const& path);

@@ -7,8 +7,6 @@ namespace Zel::platform {
 
 inline char const* modeOf(Open open) {
     switch (open) {
-    case Open::Read:
-        return "rb";
     case Open::Write:
         return "wb";
     case Open::WriteText:

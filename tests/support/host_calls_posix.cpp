@@ -35,8 +35,10 @@ Function* original(Function* /*own*/, char const* name) {
 }
 
 template <class Function, class... Arguments>
-int call(Function* own, char const* name, Arguments... arguments) {
-    return fails() ? -1 : original(own, name)(arguments...);
+auto call(Function* own, char const* name, Arguments... arguments) -> decltype(own(arguments...)) {
+    if (fails())
+        return -1;
+    return original(own, name)(arguments...);
 }
 
 /// A name in an open directory, as a path from the root.
@@ -60,7 +62,7 @@ std::array<std::FILE*, 64> s_streams{};
 int descriptorOf(void* cookie) { return static_cast<int>(reinterpret_cast<std::intptr_t>(cookie)); }
 
 ssize_t readCookie(void* cookie, char* buffer, std::size_t size) {
-    return fails() ? -1 : read(descriptorOf(cookie), buffer, size);
+    return read(descriptorOf(cookie), buffer, size);
 }
 
 ssize_t writeCookie(void* cookie, char const* buffer, std::size_t size) {
@@ -68,8 +70,6 @@ ssize_t writeCookie(void* cookie, char const* buffer, std::size_t size) {
 }
 
 int seekCookie(void* cookie, off64_t* offset, int whence) {
-    if (fails())
-        return -1;
     *offset = lseek(descriptorOf(cookie), *offset, whence);
     return *offset < 0 ? -1 : 0;
 }
@@ -126,6 +126,12 @@ int openat(int directory, char const* path, int flags, ...) {
     return result;
 }
 
+ssize_t read(int descriptor, void* bytes, std::size_t count) {
+    return call(&read, "read", descriptor, bytes, count);
+}
+off_t lseek(int descriptor, off_t offset, int whence) noexcept {
+    return call(&lseek, "lseek", descriptor, offset, whence);
+}
 DIR* opendir(char const* path) { return fails() ? nullptr : original(&opendir, "opendir")(path); }
 DIR* fdopendir(int descriptor) { return fails() ? nullptr : original(&fdopendir, "fdopendir")(descriptor); }
 dirent* readdir(DIR* directory) { return fails() ? nullptr : original(&readdir, "readdir")(directory); }

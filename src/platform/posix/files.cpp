@@ -13,12 +13,6 @@
 namespace Zel::platform {
 namespace {
 
-int openForReading(std::string const& path) {
-    // Not blocking keeps a pipe without a writer from holding up its reader; files do not notice.
-    return withExistingPath(path,
-                            [](char const* host) { return open(host, O_RDONLY | O_NONBLOCK | O_CLOEXEC); });
-}
-
 /// A descriptor, -1 when there is none, and the host's path of the file when that was made for it.
 struct Opened {
     int descriptor = -1;
@@ -63,15 +57,7 @@ Stream streamOf(Opened const& opened, Open purpose) {
 
 } // namespace
 
-Stream openStream(std::string const& path, Open purpose) {
-    bool const reads = purpose == Open::Read;
-    return streamOf(reads ? Opened{openForReading(path), {}} : openForWriting(path), purpose);
-}
-
-std::int64_t streamLength(std::FILE* stream) {
-    struct stat status;
-    return fstat(fileno(stream), &status) == 0 ? status.st_size : -1;
-}
+Stream openStream(std::string const& path, Open purpose) { return streamOf(openForWriting(path), purpose); }
 
 bool pathExists(std::string const& path) {
     struct stat status;

@@ -161,13 +161,14 @@ private:
 } // namespace
 
 JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
-    Stream const stream = openStream(path, Open::Read);
+    Source source(path);
+    Stream const stream = source.isOpen() ? source.toStream() : nullptr;
     if (stream == nullptr)
         return JpegResult::Failed;
     Decoder decoder(stream.get());
     JpegResult result = decoder.readHeader(picture);
     if (result == JpegResult::Done)
-        result = checkJpegSize(picture, streamLength(stream.get()));
+        result = checkJpegSize(picture, source.length());
     if (result != JpegResult::Done)
         return result;
     picture.allocate();

@@ -5,7 +5,6 @@
 #include "platform/stream_mode.h"
 
 #include <direct.h>
-#include <io.h>
 #include <sys/stat.h>
 
 namespace Zel::platform {
@@ -13,8 +12,6 @@ namespace Zel::platform {
 Stream openStream(std::string const& path, Open purpose) {
     return Stream(hasZeroByte(path) ? nullptr : std::fopen(path.c_str(), modeOf(purpose)));
 }
-
-std::int64_t streamLength(std::FILE* stream) { return _filelengthi64(_fileno(stream)); }
 
 bool pathExists(std::string const& path) {
     struct _stat64 status;

@@ -30,11 +30,6 @@ std::wstring wide(std::string const& text) {
     return result;
 }
 
-std::int64_t fileLength(std::string const& path) {
-    Stream const stream = openStream(path, Open::Read);
-    return stream != nullptr ? streamLength(stream.get()) : -1;
-}
-
 } // namespace
 
 JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
@@ -60,7 +55,7 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
     picture.isGrey = IsEqualGUID(format, GUID_WICPixelFormat8bppGray) != 0;
     if (!picture.isGrey && IsEqualGUID(format, GUID_WICPixelFormat24bppBGR) == 0)
         return JpegResult::UnsupportedColorSpace;
-    JpegResult const size = checkJpegSize(picture, fileLength(path));
+    JpegResult const size = checkJpegSize(picture, Source(path).length());
     if (size != JpegResult::Done)
         return size;
 
