@@ -6,6 +6,7 @@
 #include "file/registry.h"
 #include "platform/platform.h"
 
+#include <memory>
 #include <utility>
 #include <zel/file.h>
 
@@ -35,8 +36,13 @@ bool extract(std::string& name, Archive::FileInfo const& info, Archive const& ar
     if (!target.makeDirectories(relative))
         return false;
 
-    entry.check(); // as a whole, before anything is overwritten
-    if (!target.copy(entry, name, relative))
+    // All of it is read, and checked, before anything is overwritten.
+    std::unique_ptr<unsigned char[]> content;
+    entry.readWhole([&content](std::size_t size) {
+        content = std::make_unique_for_overwrite<unsigned char[]>(size);
+        return content.get();
+    });
+    if (!target.write({content.get(), info.size}, name, relative))
         return false;
     name = target.directory() + relative;
     return true;

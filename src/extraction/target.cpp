@@ -50,8 +50,8 @@ public:
 
     bool isOpen() const { return m_stream != nullptr; }
 
-    bool write(void const* bytes, std::size_t count) {
-        return std::fwrite(bytes, 1, count, m_stream.get()) == count;
+    bool write(std::span<unsigned char const> bytes) {
+        return std::fwrite(bytes.data(), 1, bytes.size(), m_stream.get()) == bytes.size();
     }
 
     /// False when the disk refuses what was still in the stream's buffer.
@@ -101,17 +101,14 @@ bool ExtractionTarget::makeDirectories(std::string const& relative) {
     return true;
 }
 
-bool ExtractionTarget::copy(FileContent& entry, std::string const& key, std::string const& relative) {
+bool ExtractionTarget::write(std::span<unsigned char const> content, std::string const& key,
+                             std::string const& relative) {
     std::string path = m_directory + relative;
     Record record(path, isTemporary());
     TargetFile target(m_tree, path.substr(m_rootLength));
     if (!target.isOpen())
         return false;
-    entry.readInPieces([&](unsigned char const* bytes, std::size_t count) {
-        if (!target.write(bytes, count))
-            throw FileException_WriteError(key.c_str());
-    });
-    if (!target.finish())
+    if (!target.write(content) || !target.finish())
         throw FileException_WriteError(key.c_str());
     record.keep();
     return true;

@@ -1,9 +1,9 @@
 // Where extraction puts its copies of entries.
 #pragma once
 
-#include "file/content.h"
 #include "platform/platform.h"
 
+#include <span>
 #include <string>
 
 namespace Zel {
@@ -22,10 +22,9 @@ public:
     /// Makes the directories that a path from here to a file names. False when one cannot be made.
     bool makeDirectories(std::string const& relative);
 
-    /// Copies an entry to a path from here whose directories are there. False when nothing can be written
-    /// under that name. Throws FileException_WriteError, naming `key`, and what reading the entry throws; no
-    /// file is left behind then.
-    bool copy(FileContent& entry, std::string const& key, std::string const& relative);
+    /// Writes a file to a path from here whose directories are there. False when nothing can be written under
+    /// that name. Throws FileException_WriteError, naming `key`; no file is left behind then.
+    bool write(std::span<unsigned char const> content, std::string const& key, std::string const& relative);
 
 private:
     bool isTemporary() const { return m_lifetime == Temporary; }
