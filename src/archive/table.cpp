@@ -23,11 +23,12 @@ std::uint32_t readNumber(ReadBytes const& read) {
     return littleEndian32(bytes);
 }
 
-/// Returns the checksum of the unscrambled bytes.
-std::uint32_t unscrambleAll(TableText& text) {
+/// Reads the records, unscrambles them and returns their checksum.
+std::uint32_t readRecords(TableText& text, ReadBytes const& read) {
     Crc32Register crc;
     for (std::size_t at = 0; at < text.size(); at += kPieceSize) {
         std::size_t const count = std::min(kPieceSize, text.size() - at);
+        read(text.at(at), count);
         unscramble(text.at(at), count);
         crc.update(text.at(at), count);
     }
@@ -47,11 +48,11 @@ TableText readChecked(std::uint64_t fileSize, ReadBytes const& read, std::string
         throw FileException_ReadError(archiveName.c_str());
 
     TableText text(length);
-    read(text.at(0), length);
+    std::uint32_t const crc = readRecords(text, read);
     unsigned char storedCrc[4];
     read(storedCrc, sizeof storedCrc);
     unscramble(storedCrc, sizeof storedCrc);
-    if (unscrambleAll(text) != littleEndian32(storedCrc))
+    if (crc != littleEndian32(storedCrc))
         throw Exception_ArchiveCorrupt(archiveName.c_str());
     return text;
 }

@@ -40,10 +40,18 @@ void takeFour(Register&... crc) {
     ((crc = next(crc)), ...);
 }
 
+/// The length of a stretch, and what stands for one, two and four of them in a join.
+struct Stretch {
+    std::size_t length;
+    std::uint32_t one = zeroBytes(length);
+    std::uint32_t two = zeroBytes(2 * length);
+    std::uint32_t four = zeroBytes(4 * length);
+};
+
 /// Takes eight stretches side by side and joins neighbours: four, then two, then one. The registers are no
 /// array, so that compilers keep each in one of the processor's.
-template <std::size_t stretch>
-std::uint32_t takeStretches(std::uint32_t before, unsigned char const* bytes) {
+std::uint32_t takeStretches(std::uint32_t before, unsigned char const* bytes, Stretch const& stretch) {
+    std::size_t const length = stretch.length;
     std::uint32_t a = before;
     std::uint32_t b = 0;
     std::uint32_t c = 0;
@@ -52,42 +60,34 @@ std::uint32_t takeStretches(std::uint32_t before, unsigned char const* bytes) {
     std::uint32_t f = 0;
     std::uint32_t g = 0;
     std::uint32_t h = 0;
-    for (unsigned char const* const end = bytes + stretch; bytes != end; bytes += 4) {
+    for (unsigned char const* const end = bytes + length; bytes != end; bytes += 4) {
         a ^= littleEndian32(bytes);
-        b ^= littleEndian32(bytes + stretch);
-        c ^= littleEndian32(bytes + 2 * stretch);
-        d ^= littleEndian32(bytes + 3 * stretch);
-        e ^= littleEndian32(bytes + 4 * stretch);
-        f ^= littleEndian32(bytes + 5 * stretch);
-        g ^= littleEndian32(bytes + 6 * stretch);
-        h ^= littleEndian32(bytes + 7 * stretch);
+        b ^= littleEndian32(bytes + length);
+        c ^= littleEndian32(bytes + 2 * length);
+        d ^= littleEndian32(bytes + 3 * length);
+        e ^= littleEndian32(bytes + 4 * length);
+        f ^= littleEndian32(bytes + 5 * length);
+        g ^= littleEndian32(bytes + 6 * length);
+        h ^= littleEndian32(bytes + 7 * length);
         takeFour(a, b, c, d, e, f, g, h);
     }
-    constexpr std::uint32_t kOne = zeroBytes(stretch);
-    constexpr std::uint32_t kTwo = zeroBytes(2 * stretch);
-    constexpr std::uint32_t kFour = zeroBytes(4 * stretch);
-    std::uint32_t const ab = product(kOne, a) ^ b;
-    std::uint32_t const cd = product(kOne, c) ^ d;
-    std::uint32_t const ef = product(kOne, e) ^ f;
-    std::uint32_t const gh = product(kOne, g) ^ h;
-    return product(kFour, product(kTwo, ab) ^ cd) ^ product(kTwo, ef) ^ gh;
-}
-
-/// Takes eight stretches as often as there are bytes for them.
-template <std::size_t stretch>
-void takeAll(std::uint32_t& crc, unsigned char const*& bytes, std::size_t& length) {
-    constexpr std::size_t kAll = kStretches * stretch;
-    for (; length >= kAll; length -= kAll, bytes += kAll)
-        crc = takeStretches<stretch>(crc, bytes);
+    std::uint32_t const ab = product(stretch.one, a) ^ b;
+    std::uint32_t const cd = product(stretch.one, c) ^ d;
+    std::uint32_t const ef = product(stretch.one, e) ^ f;
+    std::uint32_t const gh = product(stretch.one, g) ^ h;
+    return product(stretch.four, product(stretch.two, ab) ^ cd) ^ product(stretch.two, ef) ^ gh;
 }
 
 } // namespace
 
 std::uint32_t crc32InStretches(std::uint32_t crc, unsigned char const* bytes, std::size_t length) {
     // Long ones, which cost the least to join, then shorter ones.
-    takeAll<2048>(crc, bytes, length);
-    takeAll<512>(crc, bytes, length);
-    takeAll<128>(crc, bytes, length);
+    static constexpr Stretch kLengths[] = {{2048}, {512}, {128}};
+    for (Stretch const& stretch : kLengths) {
+        std::size_t const all = kStretches * stretch.length;
+        for (; length >= all; length -= all, bytes += all)
+            crc = takeStretches(crc, bytes, stretch);
+    }
     return crc32InTurn(crc, bytes, length);
 }
 

@@ -59,7 +59,7 @@ private:
     template <class NameAt>
     void fillSlots(std::size_t count, NameAt nameAt) {
         // In batches, whose slots are on their way from memory while names are still being hashed.
-        std::array<std::size_t, 16> slots{};
+        std::array<std::size_t, 64> slots{};
         for (std::size_t first = 0; first < count; first += slots.size()) {
             std::size_t const batch = std::min(slots.size(), count - first);
             for (std::size_t i = 0; i < batch; ++i) {
