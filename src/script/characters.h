@@ -15,7 +15,8 @@ enum CharacterKind : std::uint8_t {
     kPlain = 8,      ///< means nothing to the preprocessor: not _ " / # CR LF, zero, a letter or 0x80 to 0xFF
     kQuoted = 16,    ///< means nothing between quotes: not " CR LF, zero or 0x80 to 0xFF
     kValueMark = 32, ///< stands in values beside words, and begins neither an interval nor a string
-    kCommented = 64  ///< means nothing in a block comment: not * / or 0x80 to 0xFF
+    kCommented = 64, ///< means nothing in a block comment: not * / or 0x80 to 0xFF
+    kLineEnd = 128   ///< CR or LF
 };
 
 inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
@@ -26,11 +27,12 @@ inline constexpr std::array<std::uint8_t, 256> kCharacterKinds = [] {
         bool const isQuoted = i != '"' && i != '\r' && i != '\n' && i != '\0';
         bool const isValueMark = i == '.' || i == ',' || i == '(' || i == ')' || i == '-' || i == ']';
         bool const isCommented = i != '*' && i != '/';
+        bool const isLineEnd = i == '\r' || i == '\n';
         bool const isPlain = isQuoted && !isLetter && i != '_' && i != '/' && i != '#';
         kinds[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(
             (isDigit ? kDigit : 0) | (isLetter ? kLetter : 0) | (i == '_' ? kUnderscore : 0) |
             (isPlain ? kPlain : 0) | (isQuoted ? kQuoted : 0) | (isValueMark ? kValueMark : 0) |
-            (isCommented ? kCommented : 0));
+            (isCommented ? kCommented : 0) | (isLineEnd ? kLineEnd : 0));
     }
     return kinds;
 }();

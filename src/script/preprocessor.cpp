@@ -6,7 +6,6 @@
 #include "file/names.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 #include <zel/script.h>
 
@@ -26,6 +25,10 @@ constexpr int kMostEntries = 2;
 constexpr std::size_t kMostWords = 3; // of any directive, with its keyword
 
 int lineOf(std::uint64_t line) { return static_cast<int>(line); }
+
+std::uint64_t lineFeeds(std::string_view text) {
+    return static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+}
 
 /// The first words of a directive's line. Blanks and tabs separate them.
 std::vector<std::string> splitWords(std::string const& text) {
@@ -51,15 +54,14 @@ std::string readWhole(std::string const& name) {
 } // namespace
 
 ScriptPreprocessor::ScriptPreprocessor(std::string const& fileName, Budget& budget)
-    : m_budget(budget), m_output(&budget) {
+    : m_budget(budget), m_output(&budget), m_marks(&budget) {
     pushFile(sourceOf(fileName));
-    m_output.reserve(m_frames.back().text.size() * 5 / 4); // room for most line markers
+    m_output.reserve(m_frames.back().text.size());
     try {
         run();
     } catch (Budget::Exceeded const&) {
         throwTooLarge(place());
     }
-    m_names.clear();
     m_sources.clear();
     m_macros.clear();
 }
@@ -81,13 +83,14 @@ ScriptPreprocessor::NamedSource const& ScriptPreprocessor::sourceOf(std::string 
 
 /// Reading goes on in that file, whose text sourceOf has read.
 void ScriptPreprocessor::pushFile(NamedSource const& source) {
-    m_frames.push_back({&source.first, source.second->text, 0, 1, m_chain.size()});
+    m_frames.push_back({&source.first, source.second->text, m_chain.size()});
+    m_placeChanged = true;
     m_chain.push_back(source.second);
     ++source.second->entries;
 }
 
 /// The byte at that distance in the file being read; kEnd at its end, whatever follows in the including file.
-int ScriptPreprocessor::peekSource(std::size_t offset) const {
+int ScriptPreprocessor::peekSource(std::size_t offset) {
     if (m_frames.empty())
         return kEnd;
     SourceFrame const& frame = m_frames.back();
@@ -95,25 +98,23 @@ int ScriptPreprocessor::peekSource(std::size_t offset) const {
         return kEnd;
     auto const byte = static_cast<unsigned char>(frame.text[frame.position + offset]);
     if (byte >= 0x80 && byte != 0xAE)
-        throw ScriptPreprocessorException_InvalidCharacter(byte, frame.name->c_str(), lineOf(frame.line));
+        throw ScriptPreprocessorException_InvalidCharacter(byte, frame.name->c_str(), lineOf(place().line));
     return byte;
 }
 
 void ScriptPreprocessor::popFinishedFrames() {
-    while (!m_frames.empty() && m_frames.back().position >= m_frames.back().text.size())
+    while (!m_frames.empty() && m_frames.back().position >= m_frames.back().text.size()) {
         m_frames.pop_back();
+        m_placeChanged = true;
+    }
 }
 
 /// Meant: at the end of an included file this steps over the next character of the including one, which is
 /// lost. Directives, line comments and string literals that read past the end of a file do this.
 void ScriptPreprocessor::advanceSource() {
     popFinishedFrames();
-    if (m_frames.empty())
-        return;
-    SourceFrame& frame = m_frames.back();
-    if (frame.text[frame.position] == '\n')
-        ++frame.line;
-    ++frame.position;
+    if (!m_frames.empty())
+        ++m_frames.back().position;
 }
 
 int ScriptPreprocessor::readSource() {
@@ -122,7 +123,7 @@ int ScriptPreprocessor::readSource() {
     return value;
 }
 
-/// Reads the characters of these kinds, never line feeds, that come next in the file being read.
+/// Reads the characters of these kinds that come next in the file being read.
 std::string_view ScriptPreprocessor::readRun(int kinds) {
     SourceFrame& frame = m_frames.back();
     std::size_t const begin = frame.position;
@@ -131,9 +132,11 @@ std::string_view ScriptPreprocessor::readRun(int kinds) {
     return frame.text.substr(begin, frame.position - begin);
 }
 
-ScriptPreprocessor::Place ScriptPreprocessor::place() const {
-    SourceFrame const& frame = m_frames.back();
-    return {frame.line, frame.name};
+ScriptPreprocessor::Place ScriptPreprocessor::place() {
+    SourceFrame& frame = m_frames.back();
+    frame.countedLine += lineFeeds(frame.text.substr(frame.countedEnd, frame.position - frame.countedEnd));
+    frame.countedEnd = frame.position;
+    return {frame.countedLine, frame.name};
 }
 
 void ScriptPreprocessor::throwTooLarge(Place const& place) {
@@ -154,9 +157,10 @@ void ScriptPreprocessor::run() {
 
         auto const character = static_cast<char>(value);
         int const kept = m_macros.empty() ? kPlain | kWord : kPlain; // without macros, words stay as they are
-        if (isOfKind(character, kept))
-            emitRun(readRun(kept));
-        else if (character == '"')
+        if (isOfKind(character, kept)) {
+            emitPlace();
+            m_output += readRun(kept | kLineEnd); // lines follow from line feeds
+        } else if (character == '"')
             copyStringLiteral();
         else if (character == '/' && peekSource(1) == '/')
             skipLineComment();
@@ -175,7 +179,7 @@ void ScriptPreprocessor::run() {
 
 /// Nothing is interpreted up to the next quote. A backslash does not protect a quote.
 void ScriptPreprocessor::copyStringLiteral() {
-    Place const start = place();
+    std::string const& start = *m_frames.back().name;
     emit(readSource());
     int value = 0;
     do {
@@ -183,7 +187,7 @@ void ScriptPreprocessor::copyStringLiteral() {
             emitRun(readRun(kQuoted));
         value = readSource();
         if (value == kEnd && m_frames.empty())
-            throw ScriptException_UnexpectedEndOfFile(start.name->c_str());
+            throw ScriptException_UnexpectedEndOfFile(start.c_str());
         // Meant: the byte is taken as signed, so 0xAE is negative and vanishes from literals.
         emit(static_cast<signed char>(value));
     } while (value != '"');
@@ -218,6 +222,7 @@ void ScriptPreprocessor::skipBlockComment() {
         if (depth > 0 && value == kEnd)
             throw ScriptPreprocessorException_CommentNotTerminated(lineOf(start.line), start.name->c_str());
     }
+    m_placeChanged = m_placeChanged || place().line != start.line;
 }
 
 /// Reads on in a comment as long as nothing begins or ends there: the same `*` or `/` again, or, after any
@@ -228,8 +233,8 @@ void ScriptPreprocessor::readSame(int character) {
     bool const isMark = character == '*' || character == '/';
     std::size_t length =
         isMark ? std::min(rest.find_first_not_of(static_cast<char>(character)), rest.size()) : 0;
-    for (; !isMark && length < rest.size() && isOfKind(rest[length], kCommented); ++length)
-        frame.line += rest[length] == '\n' ? 1 : 0;
+    while (!isMark && length < rest.size() && isOfKind(rest[length], kCommented))
+        ++length;
     frame.position += length;
 }
 
@@ -237,9 +242,7 @@ void ScriptPreprocessor::readSame(int character) {
 void ScriptPreprocessor::expandIdentifier() {
     std::string_view const word = readRun(kWord);
     auto const macro = m_macros.find(word);
-    if (macro == m_macros.end())
-        return emitRun(word);
-    emitString(macro->second);
+    emitRun(macro != m_macros.end() ? std::string_view(macro->second) : word);
 }
 
 // Directives.
@@ -248,6 +251,7 @@ void ScriptPreprocessor::handleDirective() {
     Place const start = place();
     std::size_t const depth = m_frames.back().depth;
     advanceSource();
+    m_placeChanged = true; // its line feed is left out
     while (peekSource(0) == ' ' || peekSource(0) == '\t' || peekSource(0) == '\0')
         advanceSource();
     std::string text;
@@ -321,26 +325,16 @@ void ScriptPreprocessor::undefineMacro(Directive const& directive) {
     m_macros.erase(directive.words[1]);
 }
 
-// The stream: writing it, and reading it back.
+// The output: writing it, and telling the places in it.
 
 void ScriptPreprocessor::emit(int value) {
     if (value < 0)
         return; // kEnd, or a byte that copyStringLiteral has taken as signed
     emitPlace();
     m_output += static_cast<char>(value);
-    if (value == 0)
-        m_output += kMarker;
 }
 
 /// For text without line feeds.
-void ScriptPreprocessor::emitString(std::string_view text) {
-    if (text.find('\0') == std::string_view::npos)
-        return emitRun(text);
-    for (char character : text)
-        emit(static_cast<unsigned char>(character));
-}
-
-/// For text without zero bytes and line feeds.
 void ScriptPreprocessor::emitRun(std::string_view text) {
     if (text.empty())
         return;
@@ -348,55 +342,30 @@ void ScriptPreprocessor::emitRun(std::string_view text) {
     m_output += text;
 }
 
-/// Writes the file and the line of the next character where they have changed.
+/// Marks the place of the next character unless it follows from what was written. Of a line feed, that is the
+/// line behind it. Meant: a name counts at each of its marks.
 void ScriptPreprocessor::emitPlace() {
-    SourceFrame const& frame = m_frames.back();
-    if (frame.name != m_lastEmittedName) {
-        appendRecord('F', frame.name->size());
-        m_output += *frame.name;
-        m_lastEmittedName = frame.name;
-    }
-    if (frame.line != m_lastEmittedLine) {
-        appendRecord('L', frame.line);
-        m_lastEmittedLine = frame.line;
-    }
+    if (!m_placeChanged)
+        return;
+    Place const next = place();
+    if (m_marks.empty() || m_marks.back().place.name != next.name)
+        m_budget.hold(next.name->size());
+    m_marks.push_back({m_output.size(), next});
+    m_placeChanged = false;
 }
 
-void ScriptPreprocessor::appendRecord(char kind, std::uint64_t number) {
-    auto const byte = [number](int shift) {
-        return static_cast<char>(number >> shift & 0xFF);
-    };
-    std::array const record = {kMarker, kind, byte(24), byte(16), byte(8), byte(0)};
-    m_output.append(record.data(), record.size());
+ScriptPreprocessor::Place ScriptPreprocessor::seenPlace() const {
+    auto const next =
+        std::upper_bound(m_marks.begin(), m_marks.end(), m_seen - 1,
+                         [](std::size_t position, Mark const& mark) { return position < mark.position; });
+    Mark const& mark = *std::prev(next);
+    std::size_t const begin = mark.position + 1;
+    return {mark.place.line + lineFeeds(std::string_view(m_output).substr(begin, m_seen - begin)),
+            mark.place.name};
 }
 
-std::uint32_t ScriptPreprocessor::numberAt(std::size_t position) const {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        value = value << 8 | static_cast<unsigned char>(m_output[position + i]);
-    return value;
-}
+std::string ScriptPreprocessor::getFileName() const { return m_seen > 0 ? *seenPlace().name : std::string(); }
 
-/// The character at the position; nothing at the end. Moves the position past the records before the
-/// character, and keeps what they tell.
-std::optional<char> ScriptPreprocessor::decodeAt(std::size_t& position) {
-    while (position < m_output.size()) {
-        char const character = m_output[position];
-        if (character != kMarker)
-            return character;
-        char const record = m_output[position + 1];
-        if (record == kMarker)
-            return kMarker;
-        std::uint32_t const number = numberAt(position + 2);
-        position += 6;
-        if (record == 'L') {
-            m_currentLine = static_cast<int>(number);
-        } else {
-            m_currentFileName.assign(m_output, position, number);
-            position += number;
-        }
-    }
-    return std::nullopt;
-}
+int ScriptPreprocessor::getLine() const { return m_seen > 0 ? lineOf(seenPlace().line) : 0; }
 
 } // namespace Zel

@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,14 +21,8 @@ namespace Zel {
 /// The constructor does the whole expansion: includes, macros and comments. The result is read character by
 /// character afterwards.
 ///
-/// `m_output` is the stream between these two halves. A byte other than 0 is a character. A byte of 0 begins
-/// a record:
-///
-///   0 'F' length(4) name   the characters that follow are from this file
-///   0 'L' line(4)          ... and on this line
-///   0 0                    one character of value 0
-///
-/// Numbers have 32 bits, the high byte first.
+/// `m_output` holds the characters between these two halves, and `m_marks` where they come from. A line feed
+/// begins a line; a mark stands where the place does not follow from that.
 class ScriptPreprocessor {
 public:
     /// Throws the preprocessor's exceptions, what opening and reading a File throws, and
@@ -35,33 +30,32 @@ public:
     /// object.
     ScriptPreprocessor(std::string const& fileName, Budget& budget);
 
-    /// The next character, which stays unread; nothing at the end. getFileName and getLine then tell its
-    /// place.
+    /// The next character, which stays unread; nothing at the end.
     std::optional<char> peek() {
-        if (m_readPosition < m_output.size() && m_output[m_readPosition] != kMarker)
-            return m_output[m_readPosition];
-        return decodeAt(m_readPosition);
+        if (m_readPosition == m_output.size())
+            return std::nullopt;
+        m_seen = m_readPosition + 1;
+        return m_output[m_readPosition];
     }
 
     /// Steps over the character that peek has returned.
-    void advance() { m_readPosition += m_output[m_readPosition] == kMarker ? 2 : 1; }
+    void advance() { ++m_readPosition; }
 
-    /// Reads the characters of these kinds that come next, as far as no record interrupts them.
+    /// Reads the characters of these kinds that come next. To be called behind advance.
     std::string_view takeRun(int kinds) {
         std::size_t const begin = m_readPosition;
         while (m_readPosition < m_output.size() && isOfKind(m_output[m_readPosition], kinds))
             ++m_readPosition;
+        m_seen = m_readPosition;
         return std::string_view(m_output).substr(begin, m_readPosition - begin);
     }
 
     /// The place of the last character seen: its file, as it was named, and its line. "" and 0 before the
     /// first.
-    std::string const& getFileName() const { return m_currentFileName; }
-    int getLine() const { return m_currentLine; }
+    std::string getFileName() const;
+    int getLine() const;
 
 private:
-    static constexpr char kMarker = '\0';
-
     /// A file of the script. It is read once, however often it is included.
     struct Source {
         std::string text;
@@ -71,19 +65,26 @@ private:
     /// A file under a name that was given.
     using NamedSource = std::pair<std::string const, Source*>;
 
-    /// One reading of a file.
+    /// One reading of a file. Its lines are counted when one is asked for.
     struct SourceFrame {
         std::string const* name;
         std::string_view text;
-        std::size_t position;
-        std::uint64_t line;
         std::size_t depth; // its index in m_chain
+        std::size_t position = 0;
+        std::size_t countedEnd = 0;
+        std::uint64_t countedLine = 1; // of countedEnd
     };
 
     /// The line and the name of the file being read: every message needs both.
     struct Place {
         std::uint64_t line;
         std::string const* name;
+    };
+
+    /// Where the character at that position of the output comes from, and those behind it.
+    struct Mark {
+        std::size_t position;
+        Place place;
     };
 
     struct Directive {
@@ -95,19 +96,17 @@ private:
     void run();
     NamedSource const& sourceOf(std::string const& name);
     void pushFile(NamedSource const& source);
-    int peekSource(std::size_t offset) const;
+    int peekSource(std::size_t offset);
     void popFinishedFrames();
     void advanceSource();
     int readSource();
     std::string_view readRun(int kinds);
-    Place place() const;
+    Place place();
     [[noreturn]] static void throwTooLarge(Place const& place);
 
     void emit(int value);
-    void emitString(std::string_view text);
     void emitRun(std::string_view text);
     void emitPlace();
-    void appendRecord(char kind, std::uint64_t number);
 
     void copyStringLiteral();
     void skipLineComment();
@@ -121,8 +120,7 @@ private:
     void undefineMacro(Directive const& directive);
     void requireWords(Directive const& directive, std::size_t count) const;
 
-    std::optional<char> decodeAt(std::size_t& position);
-    std::uint32_t numberAt(std::size_t position) const;
+    Place seenPlace() const;
 
     // An object expands one script, so all of these start empty and none is ever reset.
     Budget& m_budget;
@@ -134,12 +132,11 @@ private:
     std::vector<Source*> m_chain;
     std::map<std::string, std::string, std::less<>> m_macros;
     std::pmr::string m_output;
-    std::string const* m_lastEmittedName = nullptr;
-    std::uint64_t m_lastEmittedLine = 0;
+    std::pmr::vector<Mark> m_marks;
+    bool m_placeChanged = true; // the next character needs a mark
 
-    std::size_t m_readPosition = 0; // of the next record or character
-    std::string m_currentFileName;
-    int m_currentLine = 0;
+    std::size_t m_readPosition = 0;
+    std::size_t m_seen = 0; // of the output, up to and with the last character seen
 };
 
 } // namespace Zel
