@@ -16,9 +16,14 @@ struct Counts {
 };
 
 Counts count(std::string_view text) {
-    return {std::count_if(text.begin(), text.end(), isLetter),
-            std::count_if(text.begin(), text.end(), isDigit), std::count(text.begin(), text.end(), '.'),
-            std::count(text.begin(), text.end(), ',')};
+    Counts counts{};
+    for (char const character : text) {
+        counts.letters += isLetter(character) ? 1 : 0;
+        counts.digits += isDigit(character) ? 1 : 0;
+        counts.points += character == '.' ? 1 : 0;
+        counts.commas += character == ',' ? 1 : 0;
+    }
+    return counts;
 }
 
 /// The numbers between brackets or parentheses, separated by commas.

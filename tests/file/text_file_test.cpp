@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <limits>
 #include <optional>
+#include <random>
 
 namespace {
 
@@ -142,6 +143,28 @@ TEST_P(TextFileTest, FloatsHaveAPointInEveryLocale) {
     { TextFile("out", File::WRITE) << 2.5F; }
     EXPECT_EQ(readFile("out"), "2.500000");
     std::setlocale(LC_NUMERIC, "C");
+}
+
+// Up to 15 digits are read in a way of their own.
+TEST_P(TextFileTest, FloatsOfAnyLengthAreReadAsTheCLibraryDoes) {
+    std::minstd_rand random;
+    std::string text;
+    std::vector<float> values;
+    for (std::size_t i = 0; i < 5'000; ++i) {
+        std::string number(1 + i % 20, '0');
+        for (char& digit : number)
+            digit = static_cast<char>('0' + random() % 10);
+        if (i % 3 != 0)
+            number.insert(random() % (number.size() + 1), ".");
+        values.push_back(static_cast<float>(std::strtod(number.c_str(), nullptr)));
+        text += number + ' ';
+    }
+    TextFile stream = file(text);
+    for (float const expected : values) {
+        float value = -1;
+        stream >> value;
+        ASSERT_EQ(value, expected);
+    }
 }
 
 TEST_P(TextFileTest, FloatsAreReadAsTheCLibraryDoes) {
