@@ -18,6 +18,7 @@ Script::Parser::Parser(std::string const& fileName)
       m_value(&m_tree->budget) {}
 
 std::unique_ptr<Script::Tree> Script::Parser::parse() {
+    m_tree->expect(m_source.size());
     try {
         m_tree->addBlock("ROOT", nullptr);
         parseText();
@@ -236,7 +237,7 @@ ScriptValue Script::Parser::typedValue(std::pmr::string const& name) {
 
 Script::StoredVariable& Script::Parser::newVariable(std::string_view name, std::string_view text,
                                                     ScriptValue const& value) {
-    auto* const characters = static_cast<char*>(m_tree->characters.allocate(name.size() + text.size(), 1));
+    auto* const characters = static_cast<char*>(m_tree->memory.allocate(name.size() + text.size(), 1));
     std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), characters));
     return m_tree->variables.emplace_back(StoredVariable{characters, static_cast<std::uint32_t>(name.size()),
                                                          static_cast<std::uint32_t>(text.size()), nullptr,

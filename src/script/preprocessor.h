@@ -30,6 +30,9 @@ public:
     /// object.
     ScriptPreprocessor(std::string const& fileName, Budget& budget);
 
+    /// How many characters there are.
+    std::size_t size() const { return m_output.size(); }
+
     /// The next character, which stays unread; nothing at the end.
     std::optional<char> peek() {
         if (m_readPosition == m_output.size())

@@ -92,14 +92,21 @@ struct Script::Block {
 };
 
 struct Script::Tree {
-    Budget budget{};                        // gives all of the others their memory
-    std::pmr::deque<Block> blocks{&budget}; // ROOT first, then in the order of their headers
-    std::pmr::deque<StoredVariable> variables{&budget};
-    std::pmr::deque<NameIndex> childIndexes{&budget};
-    std::pmr::deque<Block::VariableIndex> variableIndexes{&budget};
-    std::pmr::deque<std::string> strings{&budget};
-    std::pmr::monotonic_buffer_resource characters{&budget};
+    Budget budget{}; // counts the memory of all of the others
+    KeptMemory memory{budget};
+    KeptMemory blockMemory{budget};              // of their own: side by side, their names are soon indexed
+    std::pmr::deque<Block> blocks{&blockMemory}; // ROOT first, then in the order of their headers
+    std::pmr::deque<StoredVariable> variables{&memory};
+    std::pmr::deque<NameIndex> childIndexes{&memory};
+    std::pmr::deque<Block::VariableIndex> variableIndexes{&memory};
+    std::pmr::deque<std::string> strings{&memory};
     std::size_t scripts = 0; // that share this tree
+
+    /// Says how long the text is. One full of variables takes about four times as much.
+    void expect(std::size_t length) {
+        memory.expect(4 * length);
+        blockMemory.expect(length / 2);
+    }
 
     Block& addBlock(std::string_view name, Block* parent) {
         budget.hold(name.size());

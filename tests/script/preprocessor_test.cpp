@@ -119,6 +119,11 @@ TEST_F(PreprocessorTest, EveryFailureNamesItsFileAndLine) {
           {"\"\n\xE4\"", "Invalid character '\xE4' (0xe4) in %s on line 4"},
           {"[a] x = 1; }", "Syntax error in file %s at line 3"},
           {"[a] x = 1;\ny = ;", "Syntax error in file %s at line 4"},
+          // Whatever lines are left out, those behind them keep their numbers.
+          {"[a] /* \n\n */ x = ;", "Syntax error in file %s at line 5"},
+          {"[a]\r\n// one\r\nx = ;", "Syntax error in file %s at line 5"},
+          {"[a]\n#define A 1\n#undef A\nx = \"1\n2\"\n\n+;", "Syntax error in file %s at line 9"},
+          {"[a] #define A ;\n\n x = A", "Syntax error in file %s at line 5"},
           {"[a]\nx = [2,1];", "Interval x has an invalid range in file %s at line 4"},
           {"[a] x = 1", "Unexpected end of file in script %s"},
           {"[a] x = \"", "Unexpected end of file in script %s"}}) {
