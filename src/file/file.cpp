@@ -15,26 +15,40 @@ namespace {
 /// The sum as 32 bits hold it. A position that wraps round names no place in any file: seeking there fails.
 std::int32_t wrappingSum(std::int32_t a, std::int64_t b) { return static_cast<std::int32_t>(a + b); }
 
+/// Copies a few bytes: with a known number, each step is one instruction.
+template <std::size_t kCount>
+void takeHeld(void* buffer, std::string_view held, bool isScrambled) {
+    std::memcpy(buffer, held.data(), kCount);
+    if (isScrambled)
+        unscramble(buffer, kCount);
+}
+
 /// As fread, at next to no cost for the few bytes of a typed value when the stream holds them. A null stream
-/// has no bytes.
-std::size_t readBytes(std::FILE* stream, void* buffer, std::size_t count) {
+/// has no bytes. Unscrambles them when all have come.
+std::size_t readBytes(std::FILE* stream, void* buffer, std::size_t count, bool isScrambled) {
     if (stream == nullptr)
         return 0;
     std::string_view const held = platform::heldBytes(stream);
-    if (count == 0 || count > held.size())
-        return std::fread(buffer, 1, count, stream);
-    switch (count) { // a copy of known length is one instruction
+    if (count == 0 || count > held.size()) {
+        std::size_t const arrived = std::fread(buffer, 1, count, stream);
+        if (isScrambled && arrived == count)
+            unscramble(buffer, count);
+        return arrived;
+    }
+    switch (count) {
     case 1:
-        std::memcpy(buffer, held.data(), 1);
+        takeHeld<1>(buffer, held, isScrambled);
         break;
     case 2:
-        std::memcpy(buffer, held.data(), 2);
+        takeHeld<2>(buffer, held, isScrambled);
         break;
     case 4:
-        std::memcpy(buffer, held.data(), 4);
+        takeHeld<4>(buffer, held, isScrambled);
         break;
     default:
         std::memcpy(buffer, held.data(), count);
+        if (isScrambled)
+            unscramble(buffer, count);
     }
     platform::passReadAhead(stream, count);
     return count;
@@ -136,12 +150,10 @@ void File::read(void* buffer, int count) {
     if (count < 0 || std::int64_t{m_position} + count > std::int64_t{m_offset} + m_size)
         throw FileException_ReadError(m_filename.c_str());
     auto const wanted = static_cast<std::size_t>(count);
-    std::size_t const arrived = readBytes(readStream(), buffer, wanted);
+    std::size_t const arrived = readBytes(readStream(), buffer, wanted, m_archive != nullptr);
     m_position = wrappingSum(m_position, static_cast<std::int64_t>(arrived));
     if (arrived < wanted)
         throw FileException_ReadError(m_filename.c_str());
-    if (m_archive != nullptr)
-        unscramble(buffer, wanted);
 }
 
 void File::write(void const* buffer, int count) {
