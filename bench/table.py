@@ -9,18 +9,18 @@ import json
 import re
 import sys
 
+DRAW = 0.05  # the part of a peer's time by which ours may differ from it in a draw
 DRIFT = 1.15  # wall time over processor time, from which on a machine was busy with something else
 
 
-def medians(path):
+def medians(runs):
     """Benchmark names and their medians, in nanoseconds of wall time and of processor time."""
     nanoseconds = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
     result = {}
-    with open(path, encoding="utf-8") as file:
-        for run in json.load(file)["benchmarks"]:
-            if run.get("aggregate_name") == "median":
-                unit = nanoseconds[run["time_unit"]]
-                result[run["run_name"]] = (run["real_time"] * unit, run["cpu_time"] * unit, run)
+    for run in runs:
+        if run.get("aggregate_name") == "median":
+            unit = nanoseconds[run["time_unit"]]
+            result[run["run_name"]] = (run["real_time"] * unit, run["cpu_time"] * unit, run)
     return result
 
 
@@ -50,17 +50,31 @@ def beside(times, job, kind, argument):
     return min(found, default=None)
 
 
+def print_score(ratios):
+    """How many rows beat the best peer, given ours over the peer's."""
+    won = sum(ratio < 1 - DRAW for ratio in ratios)
+    lost = sum(ratio > 1 + DRAW for ratio in ratios)
+    print(
+        f"\nAgainst the best peer: {won} rows won, {len(ratios) - won - lost} drawn (within {DRAW:.0%}), {lost} lost."
+    )
+
+
 def print_table(times):
     print("| job | ours | limit | ratio | best peer | ratio |")
     print("|---|---|---|---|---|---|")
+    ratios = []
     for name, (wall, _, _) in sorted(times.items()):
         job, kind, _, argument = split(name)
         if kind != "ours":
             continue
         cells = [f"{job} {argument}".strip(), time_text(wall)]
-        for other in (beside(times, job, "limit", argument), beside(times, job, "peer", argument)):
+        limit, peer = (beside(times, job, other, argument) for other in ("limit", "peer"))
+        for other in (limit, peer):
             cells += [f"{time_text(other[0])}, {other[1]}", f"{wall / other[0]:.2f}"] if other else ["", ""]
         print("| " + " | ".join(cells) + " |")
+        if peer:
+            ratios.append(wall / peer[0])
+    print_score(ratios)
 
 
 def print_growth(times):
@@ -80,6 +94,15 @@ def print_growth(times):
         print(f"| {job} | {first} | {last} | {costs[last] / costs[first]:.2f} |")
 
 
+def print_note(context):
+    if context.get("library_build_type") == "debug":
+        print(
+            '\nnote: "Library was built as DEBUG" is about Google Benchmark, which Debian builds without NDEBUG. What'
+            " is measured is a release build.",
+            file=sys.stderr,
+        )
+
+
 def print_warning(times):
     busy = [name for name, (wall, processor, _) in times.items() if wall > DRIFT * processor]
     if busy:
@@ -92,9 +115,12 @@ def print_warning(times):
 
 
 def main():
-    times = medians(sys.argv[1])
+    with open(sys.argv[1], encoding="utf-8") as file:
+        report = json.load(file)
+    times = medians(report["benchmarks"])
     print_table(times)
     print_growth(times)
+    print_note(report["context"])
     print_warning(times)
 
 
