@@ -10,7 +10,7 @@ require "${build_packages[@]}" libbenchmark-dev python3
 # The release build, which other scripts make as well.
 build_bench() {
   cmake --preset release -DBVSYSTEM_BENCH=ON >/dev/null
-  build_quietly release bench >&2
+  build_quietly release bench zel >&2
 }
 
 if [ "${1:-}" = --smoke ]; then
@@ -28,7 +28,7 @@ fi
 
 # Peers may be missing: their rows are, then.
 for peer in libphysfs-dev libzip-dev libstb-dev libsdl2-dev libsdl2-image-dev libconfig++-dev libtomlplusplus-dev \
-  libnoise-dev zlib1g-dev; do
+  libnoise-dev zlib1g-dev zip unzip p7zip-full; do
   (require "$peer") >/dev/null 2>&1 || echo "not measured beside $peer, which cannot be installed" >&2
 done
 
@@ -39,3 +39,8 @@ build/release/bin/bench --benchmark_enable_random_interleaving=true "${runs[@]}"
   --benchmark_report_aggregates_only=true \
   --benchmark_out=build/release/times.json --benchmark_out_format=json "$@" >/dev/null
 python3 bench/table.py build/release/times.json
+if [ $# -eq 0 ]; then
+  require time
+  echo
+  python3 bench/commands.py build/release/bin
+fi
