@@ -55,6 +55,7 @@ UnpackedFile::UnpackedFile(Unpacking& unpacking, std::string entryName)
         if (!m_stream && errno != EEXIST)
             throwCannotWrite(lastError());
     }
+    std::setvbuf(m_stream.get(), nullptr, _IONBF, 0); // pieces are large: a buffer would split them
 }
 
 UnpackedFile::~UnpackedFile() {
