@@ -37,9 +37,11 @@ public:
         struct stat status;
         if (stat(path, &status) != 0)
             return std::nullopt;
-        if (Known const* const known = find(status))
-            return known->names.match(name);
-        return read(path, name);
+        Known const* const known = find(status);
+        bool const mayBeExact = known == nullptr || known->names.holds(name);
+        if (mayBeExact && access((directory + name).c_str(), F_OK) == 0)
+            return name;
+        return known != nullptr ? known->names.match(name) : read(path, name);
     }
 
 private:

@@ -21,6 +21,8 @@ public:
     std::size_t size() const { return m_names.size(); }
     bool isWhole() const { return m_isWhole; }
 
+    bool holds(std::string const& name) const { return m_names.contains({toAsciiLowerCase(name), name}); }
+
     /// The first name in byte order that is `name` when case is ignored.
     std::optional<std::string> match(std::string const& name) const {
         std::string const wanted = toAsciiLowerCase(name);
@@ -33,8 +35,9 @@ private:
     bool m_isWhole = true;
 };
 
-/// The same of the directory of that host path ("" is the working directory), as it is now. What a directory
-/// held is remembered, so that mostly only its time of change is looked at.
+/// What exists under the exact name in the directory of that host path ("" is the working directory, others
+/// end with a separator), or else under the one that `match` finds. What a directory held is remembered, so
+/// that mostly only its time of change is looked at.
 std::optional<std::string> matchInDirectory(std::string const& directory, std::string const& name);
 
 } // namespace Zel::platform

@@ -27,7 +27,7 @@ Opened openForWriting(std::string const& path) {
     int const existing = exact ? open(exact->c_str(), kFlags) : -1;
     if (!exact || existing != -1 || errno != ENOENT)
         return {existing, {}};
-    if (auto const matched = matchIgnoringCase(*exact))
+    if (auto const matched = matchMissing(*exact))
         return {open(matched->c_str(), kFlags | O_CREAT, 0666), {}};
     Opened opened;
     if (auto place = placeIgnoringCase(*exact)) {

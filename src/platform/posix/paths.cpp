@@ -9,6 +9,11 @@
 #include <unistd.h>
 
 namespace Zel::platform {
+namespace {
+
+bool exists(std::string const& path) { return access(path.c_str(), F_OK) == 0; }
+
+} // namespace
 
 std::optional<std::string> toHostPath(std::string const& path) {
     if (hasZeroByte(path))
@@ -33,28 +38,28 @@ std::optional<std::string> fromHostPath(std::string const& hostPath) {
     return path;
 }
 
-std::optional<std::string> matchIgnoringCase(std::string const& hostPath) {
-    auto const exists = [](std::string const& path) {
-        return access(path.c_str(), F_OK) == 0;
-    };
+std::optional<std::string> matchMissing(std::string const& hostPath) {
     // As far as the exact names lead, which mostly is to the last one; from there on, part by part.
     std::string matched = hostPath;
-    while (!matched.empty() && !exists(matched)) {
+    do {
         matched.resize(matched.find_last_not_of('/') + 1);
         matched.resize(matched.rfind('/') + 1); // 0 when there is no separator
-    }
+    } while (!matched.empty() && !exists(matched));
     for (PathParts parts(std::string_view(hostPath).substr(matched.size())); parts.next();) {
         if (parts.part().empty())
             continue;
         if (!matched.empty() && !matched.ends_with('/'))
             matched += '/';
-        std::string const name(parts.part());
-        auto const found = exists(matched + name) ? name : matchInDirectory(matched, name);
+        auto const found = matchInDirectory(matched, std::string(parts.part()));
         if (!found)
             return std::nullopt;
         matched += *found;
     }
     return matched;
+}
+
+std::optional<std::string> matchIgnoringCase(std::string const& hostPath) {
+    return exists(hostPath) ? hostPath : matchMissing(hostPath);
 }
 
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath) {

@@ -20,6 +20,9 @@ std::optional<std::string> fromHostPath(std::string const& hostPath);
 /// exact name comes first, then the first one in byte order that differs in ASCII case alone.
 std::optional<std::string> matchIgnoringCase(std::string const& hostPath);
 
+/// The same of a path whose exact names are known to lead nowhere.
+std::optional<std::string> matchMissing(std::string const& hostPath);
+
 /// Where a new file of that name belongs: the directory found by matchIgnoringCase, the name as it stands.
 std::optional<std::string> placeIgnoringCase(std::string const& hostPath);
 
@@ -37,7 +40,7 @@ int withExistingPath(std::string const& path, Act act) {
     int const result = act(exact->c_str());
     if (result != -1 || errno != ENOENT)
         return result;
-    auto const matched = matchIgnoringCase(*exact);
+    auto const matched = matchMissing(*exact);
     return matched ? act(matched->c_str()) : -1;
 }
 
