@@ -174,7 +174,10 @@ public:
     void save(std::string const& fileName) const;
 
 private:
+    friend class JPEGLoader;
+
     void initializeMembers();
+    void swap(Image& other) noexcept;
     void allocate(int width, int height, std::size_t factor);
     std::size_t indexOf(int x, int y) const {
         return static_cast<std::size_t>(std::int64_t{y} * m_width + x);

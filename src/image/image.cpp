@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <zel/image.h>
 
 namespace Zel {
@@ -41,6 +42,12 @@ void Image::initializeMembers() {
     m_width = 0;
     m_height = 0;
     m_data.reset();
+}
+
+void Image::swap(Image& other) noexcept {
+    std::swap(m_width, other.m_width);
+    std::swap(m_height, other.m_height);
+    m_data.swap(other.m_data);
 }
 
 /// When memory runs out, the image is empty.

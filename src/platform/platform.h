@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -166,16 +167,16 @@ std::uint64_t performanceCounter();
 /// The units of performanceCounter in a second; nothing when the host has no such counter.
 std::optional<std::int64_t> performanceFrequency();
 
+/// A picture whose pixels stand row by row from the top, without padding.
 struct JpegPicture {
     int width = 0;
     int height = 0;
-    bool isGrey = false;                    ///< one byte a pixel; three, blue, green and red, otherwise
-    std::unique_ptr<unsigned char[]> bytes; ///< row by row from the top, without padding
+    int bytesPerPixel = 3; ///< 1: grey; 3: blue, green and red; 4: the same, and 255
 
-    std::size_t rowSize() const { return static_cast<std::size_t>(width) * (isGrey ? 1 : 3); }
+    std::size_t rowSize() const {
+        return static_cast<std::size_t>(width) * static_cast<std::size_t>(bytesPerPixel);
+    }
     std::size_t size() const { return rowSize() * static_cast<std::size_t>(height); }
-    /// Takes memory for the bytes.
-    void allocate() { bytes = std::make_unique_for_overwrite<unsigned char[]>(size()); }
 };
 
 enum class JpegResult {
@@ -185,11 +186,13 @@ enum class JpegResult {
     Failed
 };
 
-/// Decodes a JPEG file on the disk. Memory is taken only for a size that the file's bytes can fill.
-JpegResult decodeJpeg(std::string const& path, JpegPicture& picture);
+/// Decodes a JPEG file on the disk. `takeRoom` gives memory for all bytes of the picture; it is called once
+/// at most, with a size that the file's bytes can fill, and may throw.
+JpegResult decodeJpeg(std::string const& path, JpegPicture& picture,
+                      std::function<unsigned char*(JpegPicture const&)> const& takeRoom);
 
-/// Encodes a colour picture and drops the result. False when that fails.
-bool encodeJpeg(JpegPicture const& picture);
+/// Encodes a picture of three bytes a pixel and drops the result. False when that fails.
+bool encodeJpeg(JpegPicture const& picture, unsigned char* bytes);
 
 } // namespace Zel::platform
 

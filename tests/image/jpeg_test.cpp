@@ -53,7 +53,7 @@ TEST_F(JpegTest, OtherColourSpacesAreRefused) {
               "Unsupported color space in \"" + name + "\"");
 }
 
-TEST_F(JpegTest, WhateverElseFailsHasNoMessage) {
+TEST_F(JpegTest, WhateverElseFailsHasNoMessageAndLeavesTheImage) {
     std::string const whole = testData("colour.jpg"), progressive = testData("progressive.jpg");
     std::vector<std::string> names = {place("empty.jpg", ""),
                                       place("other.jpg", "BM and no picture"),
@@ -68,8 +68,11 @@ TEST_F(JpegTest, WhateverElseFailsHasNoMessage) {
             scans += progressive.substr(lastScan, progressive.size() - 2 - lastScan);
         names.push_back(place("scans.jpg", scans + "\xFF\xD9"));
     }
-    for (std::string const& name : names)
-        EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([&] { Image{name}; }), "") << name;
+    for (std::string const& name : names) {
+        Image image = test::imageOf(1, {test::grey(1)});
+        EXPECT_EQ(errorOf<Zel::JPEGLoaderException_LoadFailed>([&] { image.load(name); }), "") << name;
+        EXPECT_EQ(pixelsOf(image), test::Colors{test::grey(1)}) << name;
+    }
 }
 
 TEST_F(JpegTest, NeitherTheDataDirectoryNorArchivesAreAsked) {

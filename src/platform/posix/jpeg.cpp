@@ -68,28 +68,28 @@ public:
         picture.height = static_cast<int>(m_state.image_height);
         switch (m_state.jpeg_color_space) {
         case JCS_GRAYSCALE:
-            picture.isGrey = true;
+            picture.bytesPerPixel = 1;
             m_state.out_color_space = JCS_GRAYSCALE;
             return JpegResult::Done;
         case JCS_RGB:
         case JCS_YCbCr:
-            picture.isGrey = false;
-            m_state.out_color_space = JCS_EXT_BGR;
+            picture.bytesPerPixel = 4;
+            m_state.out_color_space = JCS_EXT_BGRA;
             return JpegResult::Done;
         default:
             return JpegResult::UnsupportedColorSpace;
         }
     }
 
-    /// Decodes all rows into the picture's bytes, which are there.
-    JpegResult readRows(JpegPicture& picture) {
+    /// Decodes all rows into memory for all bytes of the picture.
+    JpegResult readRows(JpegPicture const& picture, unsigned char* bytes) {
         if (setjmp(m_errors.failed) != 0) // NOLINT(cert-err52-cpp)
             return JpegResult::Failed;
         m_progress.progress_monitor = limitScans;
         m_state.progress = &m_progress;
         jpeg_start_decompress(&m_state);
         while (m_state.output_scanline < m_state.output_height) {
-            JSAMPROW row = &picture.bytes[picture.rowSize() * m_state.output_scanline];
+            JSAMPROW row = bytes + picture.rowSize() * m_state.output_scanline;
             jpeg_read_scanlines(&m_state, &row, 1);
         }
         return JpegResult::Done; // whatever follows the last row, or fails to
@@ -133,7 +133,7 @@ public:
     Encoder& operator=(Encoder const&) = delete;
     ~Encoder() { jpeg_destroy_compress(&m_state); }
 
-    bool encode(JpegPicture const& picture) {
+    bool encode(JpegPicture const& picture, unsigned char* bytes) {
         if (setjmp(m_errors.failed) != 0) // NOLINT(cert-err52-cpp)
             return false;
         jpeg_create_compress(&m_state);
@@ -145,7 +145,7 @@ public:
         jpeg_set_defaults(&m_state);
         jpeg_start_compress(&m_state, TRUE);
         while (m_state.next_scanline < m_state.image_height) {
-            JSAMPROW row = &picture.bytes[picture.rowSize() * m_state.next_scanline];
+            JSAMPROW row = bytes + picture.rowSize() * m_state.next_scanline;
             jpeg_write_scanlines(&m_state, &row, 1);
         }
         jpeg_finish_compress(&m_state);
@@ -160,7 +160,8 @@ private:
 
 } // namespace
 
-JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
+JpegResult decodeJpeg(std::string const& path, JpegPicture& picture,
+                      std::function<unsigned char*(JpegPicture const&)> const& takeRoom) {
     Source source(path);
     Stream const stream = source.isOpen() ? source.toStream() : nullptr;
     if (stream == nullptr)
@@ -169,12 +170,9 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
     JpegResult result = decoder.readHeader(picture);
     if (result == JpegResult::Done)
         result = checkJpegSize(picture, source.length());
-    if (result != JpegResult::Done)
-        return result;
-    picture.allocate();
-    return decoder.readRows(picture);
+    return result == JpegResult::Done ? decoder.readRows(picture, takeRoom(picture)) : result;
 }
 
-bool encodeJpeg(JpegPicture const& picture) { return Encoder().encode(picture); }
+bool encodeJpeg(JpegPicture const& picture, unsigned char* bytes) { return Encoder().encode(picture, bytes); }
 
 } // namespace Zel::platform

@@ -32,7 +32,8 @@ std::wstring wide(std::string const& text) {
 
 } // namespace
 
-JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
+JpegResult decodeJpeg(std::string const& path, JpegPicture& picture,
+                      std::function<unsigned char*(JpegPicture const&)> const& takeRoom) {
     ComPointer<IWICImagingFactory> factory;
     ComPointer<IWICBitmapDecoder> decoder;
     ComPointer<IWICBitmapFrameDecode> frame;
@@ -52,8 +53,11 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
         return JpegResult::Failed;
     picture.width = static_cast<int>(width);
     picture.height = static_cast<int>(height);
-    picture.isGrey = IsEqualGUID(format, GUID_WICPixelFormat8bppGray) != 0;
-    if (!picture.isGrey && IsEqualGUID(format, GUID_WICPixelFormat24bppBGR) == 0)
+    if (IsEqualGUID(format, GUID_WICPixelFormat8bppGray) != 0)
+        picture.bytesPerPixel = 1;
+    else if (IsEqualGUID(format, GUID_WICPixelFormat24bppBGR) != 0)
+        picture.bytesPerPixel = 3;
+    else
         return JpegResult::UnsupportedColorSpace;
     JpegResult const size = checkJpegSize(picture, Source(path).length());
     if (size != JpegResult::Done)
@@ -61,15 +65,14 @@ JpegResult decodeJpeg(std::string const& path, JpegPicture& picture) {
 
     if (picture.size() > std::numeric_limits<UINT>::max())
         return JpegResult::Failed;
-    picture.allocate();
     HRESULT const copied = frame->CopyPixels(nullptr, static_cast<UINT>(picture.rowSize()),
-                                             static_cast<UINT>(picture.size()), picture.bytes.get());
+                                             static_cast<UINT>(picture.size()), takeRoom(picture));
     return SUCCEEDED(copied) ? JpegResult::Done : JpegResult::Failed;
 }
 
 /// The stream is bound to nothing, so what the encoder gives goes nowhere; one that refuses such a stream
 /// fails.
-bool encodeJpeg(JpegPicture const& picture) {
+bool encodeJpeg(JpegPicture const& picture, unsigned char* bytes) {
     ComPointer<IWICImagingFactory> factory;
     ComPointer<IWICStream> stream;
     ComPointer<IWICBitmapEncoder> encoder;
@@ -86,8 +89,7 @@ bool encodeJpeg(JpegPicture const& picture) {
            SUCCEEDED(encoder->CreateNewFrame(frame.receive(), options.receive())) &&
            SUCCEEDED(frame->Initialize(options.get())) && SUCCEEDED(frame->SetSize(width, height)) &&
            SUCCEEDED(frame->SetPixelFormat(&format)) &&
-           SUCCEEDED(frame->WritePixels(height, width * 3, static_cast<UINT>(picture.size()),
-                                        picture.bytes.get())) &&
+           SUCCEEDED(frame->WritePixels(height, width * 3, static_cast<UINT>(picture.size()), bytes)) &&
            SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
 }
 
