@@ -4,6 +4,7 @@
 
 #include "image/dimensions.h"
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -29,15 +30,13 @@ void putNumber(void* place, Number number) {
     std::memcpy(place, &number, sizeof number);
 }
 
-std::uint64_t joined(std::uint32_t low, std::uint32_t high) { return low | std::uint64_t{high} << 32; }
-
-/// Unpacks four pixels: twelve bytes become sixteen. All are read before any is written.
+/// Unpacks four pixels: twelve bytes become sixteen. All are read, and the byte behind them, before any is
+/// written.
 void unpackFour(unsigned char const* packed, Color* pixels) {
-    auto const a = numberAt<std::uint32_t>(packed);
-    auto const b = numberAt<std::uint32_t>(packed + 4);
-    auto const c = numberAt<std::uint32_t>(packed + 8);
-    putNumber(pixels, joined(a | kOpaque, a >> 24 | b << 8 | kOpaque));
-    putNumber(pixels + 2, joined(b >> 16 | c << 16 | kOpaque, c >> 8 | kOpaque));
+    std::array<std::uint32_t, 4> four{};
+    for (std::size_t i = 0; i < four.size(); ++i)
+        four[i] = numberAt<std::uint32_t>(packed + i * kPackedPixelSize) | kOpaque;
+    std::memcpy(static_cast<void*>(pixels), four.data(), sizeof four);
 }
 
 /// Packs four pixels: sixteen bytes become twelve.
@@ -54,8 +53,11 @@ void packFour(Color const* pixels, unsigned char* packed) {
 } // namespace
 
 void unpackPixels(unsigned char const* packed, std::size_t count, Color* pixels) {
-    std::size_t i = count - count % 4;
-    scalar::unpackPixels(packed + i * kPackedPixelSize, count % 4, pixels + i);
+    if (count == 0)
+        return;
+    std::size_t const single = (count - 1) % 4 + 1; // never none: the last pixel has no byte behind it
+    std::size_t i = count - single;
+    scalar::unpackPixels(packed + i * kPackedPixelSize, single, pixels + i);
     for (; i > 0; i -= 4)
         unpackFour(packed + (i - 4) * kPackedPixelSize, &pixels[i - 4]);
 }
