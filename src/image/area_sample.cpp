@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <utility>
+#include <vector>
 #include <zel/image.h>
 
 namespace Zel {
@@ -48,37 +50,56 @@ struct Neighbours {
     float fraction;
 };
 
-/// Takes bilinear samples of an image, row by row, and averages them.
-class Sampler {
+/// Where the grid's points lie along one side of the image.
+class Axis {
 public:
-    explicit Sampler(Image const& image)
-        : m_image(image),
-          m_width(static_cast<float>(image.getWidth())),
-          m_height(static_cast<float>(image.getHeight())) {}
+    Axis(int size, float scale) : m_size(size), m_texelsPerStep(1.0F / scale) {}
 
-    void beginRow(float v) {
-        Neighbours const rows(v, m_height, m_image.getHeight());
-        m_upper = &m_image(0, rows.first);
-        m_lower = &m_image(0, rows.second);
-        m_fraction = rows.fraction;
+    /// Computes in advance what many polygons will ask for.
+    void remember(float scale) {
+        constexpr float kMost = 65536.0F; // less than a megabyte
+        int const count = truncated(std::clamp(scale * static_cast<float>(m_size), 0.0F, kMost));
+        for (int i = 0; i < count; ++i)
+            m_remembered.push_back(compute(i));
     }
 
-    void add(float u) {
-        Neighbours const columns(u, m_width, m_image.getWidth());
-        m_average.add(m_upper[columns.first], m_upper[columns.second], m_lower[columns.first],
-                      m_lower[columns.second], columns.fraction, m_fraction);
+    Neighbours at(int gridPosition) const {
+        auto const i = static_cast<std::size_t>(gridPosition);
+        return i < m_remembered.size() ? m_remembered[i] : compute(gridPosition);
     }
-
-    Color average() const { return m_average.value(); }
 
 private:
-    Image const& m_image;
-    float m_width;
-    float m_height;
-    Color const* m_upper = nullptr;
-    Color const* m_lower = nullptr;
-    float m_fraction = 0.0F;
-    lanes::BilinearAverage m_average;
+    /// A grid point samples the texel position of its lower right corner, less half a texel.
+    Neighbours compute(int gridPosition) const {
+        float const texel = (static_cast<float>(gridPosition) + 1.0F) * m_texelsPerStep - 0.5F;
+        return {texel, static_cast<float>(m_size), m_size};
+    }
+
+    int m_size;
+    float m_texelsPerStep;
+    std::vector<Neighbours> m_remembered;
+};
+
+/// The grid on which an image is sampled.
+struct Grid {
+    Grid(Image const& source, float fineness)
+        : image(source),
+          scale(fineness),
+          columns(source.getWidth(), scale),
+          rows(source.getHeight(), scale) {}
+
+    /// The same for many polygons.
+    static Grid forMany(Image const& source, float fineness) {
+        Grid grid(source, fineness);
+        grid.columns.remember(fineness);
+        grid.rows.remember(fineness);
+        return grid;
+    }
+
+    Image const& image;
+    float scale;
+    Axis columns;
+    Axis rows;
 };
 
 /// One side of a triangle: where it crosses each scanline, from its upper end on.
@@ -99,9 +120,10 @@ private:
     float m_x;
 };
 
+/// Takes a bilinear sample at every grid point under triangles, and averages them.
 class TriangleScan {
 public:
-    TriangleScan(Sampler& sampler, float scale) : m_sampler(sampler), m_texelsPerStep(1.0F / scale) {}
+    explicit TriangleScan(Grid const& grid) : m_grid(grid) {}
 
     void add(std::array<Point, 3> corners) {
         std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end(), isAbove),
@@ -128,6 +150,8 @@ public:
         }
     }
 
+    Color average() const { return m_average.value(); }
+
 private:
     static bool isAbove(Point const& a, Point const& b) { return a.y < b.y; }
 
@@ -144,27 +168,45 @@ private:
 
     void scan(int firstRow, int endRow, Edge& left, Edge& right) {
         for (int row = firstRow; row < endRow; ++row) {
-            int const end = right.column();
-            int column = left.column();
-            if (column < end)
-                m_sampler.beginRow(texel(row));
-            for (; column < end; ++column)
-                m_sampler.add(texel(column));
+            takeRow(row, left.column(), right.column());
             left.step();
             right.step();
         }
     }
 
-    /// A grid point samples the texel position of its lower right corner, less half a texel.
-    float texel(int gridPosition) const {
-        return (static_cast<float>(gridPosition) + 1.0F) * m_texelsPerStep - 0.5F;
+    void takeRow(int row, int column, int end) {
+        if (column >= end)
+            return;
+        Neighbours const rows = m_grid.rows.at(row);
+        Color const* const upper = &m_grid.image(0, rows.first);
+        Color const* const lower = &m_grid.image(0, rows.second);
+        for (; column < end; ++column) {
+            Neighbours const columns = m_grid.columns.at(column);
+            m_average.add(upper[columns.first], upper[columns.second], lower[columns.first],
+                          lower[columns.second], columns.fraction, rows.fraction);
+        }
     }
 
-    Sampler& m_sampler;
-    float m_texelsPerStep;
+    Grid const& m_grid;
+    lanes::BilinearAverage m_average;
 };
 
 bool isFinite(Point const& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
+
+/// The average under a polygon whose corners are finite.
+Color averageUnder(std::span<Point const> polygon, Grid const& grid) {
+    auto const onGrid = [&grid](Point const& corner) {
+        return Point(corner.x * grid.scale * static_cast<float>(grid.image.getWidth()),
+                     corner.y * grid.scale * static_cast<float>(grid.image.getHeight()));
+    };
+    TriangleScan triangles(grid);
+    for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {
+        std::array<Point, 3> const corners{onGrid(polygon[0]), onGrid(polygon[i]), onGrid(polygon[i + 1])};
+        if (std::all_of(corners.begin(), corners.end(), isFinite))
+            triangles.add(corners);
+    }
+    return triangles.average();
+}
 
 } // namespace
 
@@ -172,24 +214,14 @@ Color Image::areaSample(float scale, Vector2Template<float> const* polygon, int 
     if (count < 3 || m_data == nullptr || !std::isfinite(scale) ||
         !std::all_of(polygon, polygon + count, isFinite))
         return {};
-
-    auto const onGrid = [&](Point const& corner) {
-        return Point(corner.x * scale * static_cast<float>(m_width),
-                     corner.y * scale * static_cast<float>(m_height));
-    };
-    Sampler sampler(*this);
-    TriangleScan triangles(sampler, scale);
-    for (int i = 1; i + 1 < count; ++i) {
-        std::array<Point, 3> const corners{onGrid(polygon[0]), onGrid(polygon[i]), onGrid(polygon[i + 1])};
-        if (std::all_of(corners.begin(), corners.end(), isFinite))
-            triangles.add(corners);
-    }
-    return sampler.average();
+    return averageUnder({polygon, static_cast<std::size_t>(count)}, Grid(*this, scale));
 }
 
 void Image::copyWithScale(Image const* src, float scale) {
     float const stepX = 1.0F / static_cast<float>(m_width);
     float const stepY = 1.0F / static_cast<float>(m_height);
+    bool const hasSamples = src->m_data != nullptr && std::isfinite(scale);
+    Grid const grid = Grid::forMany(*src, hasSamples ? scale : 0.0F);
     // Meant: the borders of the pixels are sums of steps, with the rounding that sums have.
     float top = 0.0F;
     for (int y = 0; y < m_height; ++y) {
@@ -199,7 +231,7 @@ void Image::copyWithScale(Image const* src, float scale) {
             float const right = left + stepX;
             std::array<Point, 4> const corners{Point(left, top), Point(right, top), Point(right, bottom),
                                                Point(left, bottom)};
-            (*this)(x, y) = src->areaSample(scale, corners.data(), static_cast<int>(corners.size()));
+            (*this)(x, y) = hasSamples ? averageUnder(corners, grid) : Color();
             left = right;
         }
         top = bottom;

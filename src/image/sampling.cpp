@@ -3,7 +3,6 @@
 #include "image/lanes.h"
 #include "image/whole_number.h"
 
-#include <algorithm>
 #include <cmath>
 #include <zel/image.h>
 
@@ -37,8 +36,10 @@ int clamped(std::int64_t value, int size) {
 
 /// The pixel nearest to a position along one side. NaN counts as 0. In double precision the sum is exact.
 int nearest(float position, int size) {
-    double const sum = static_cast<double>(position) + 0.5;
-    return static_cast<int>(std::min(std::max(0.0, sum), static_cast<double>(size - 1)));
+    constexpr float kSurelyFits = 0x1p62F;
+    if (!(std::abs(position) < kSurelyFits))
+        return position > 0.0F ? size - 1 : 0;
+    return clamped(static_cast<std::int64_t>(static_cast<double>(position) + 0.5), size);
 }
 
 } // namespace
