@@ -20,6 +20,17 @@ public:
         return m_block[m_next++];
     }
 
+    /// The next `count` bytes, where they stand in the block, or copied to `spare` when they are in two. They
+    /// stay until the next call. Throws as readByte does.
+    unsigned char const* next(std::size_t count, unsigned char* spare) {
+        if (m_block.size() - m_next < count) {
+            read(spare, count);
+            return spare;
+        }
+        m_next += count;
+        return m_block.data() + (m_next - count);
+    }
+
     /// Reads `count` bytes. Throws as readByte does.
     void read(unsigned char* to, std::size_t count) {
         while (count > 0) {

@@ -33,9 +33,9 @@ public:
             beginPacket();
         std::size_t const count = std::min(most, m_left);
         if (!m_repeats)
-            m_reader.read(m_bytes.data(), count * m_bytesPerPixel);
+            m_bytes = m_reader.next(count * m_bytesPerPixel, m_spare.data());
         m_left -= count;
-        return {count, m_bytes.data(), m_repeats};
+        return {count, m_bytes, m_repeats};
     }
 
 private:
@@ -44,14 +44,15 @@ private:
         m_left = static_cast<std::size_t>(header & 127) + 1;
         m_repeats = (header & 128) != 0;
         if (m_repeats)
-            m_reader.read(m_bytes.data(), m_bytesPerPixel);
+            m_bytes = m_reader.next(m_bytesPerPixel, m_spare.data());
     }
 
     BlockReader m_reader;
     std::size_t m_bytesPerPixel;
     std::size_t m_left = 0; ///< pixels of the present packet
     bool m_repeats = false;
-    std::array<unsigned char, kMostPixels * kWidestPixel> m_bytes{};
+    unsigned char const* m_bytes = nullptr;
+    std::array<unsigned char, kMostPixels * kWidestPixel> m_spare{};
 };
 
 } // namespace Zel

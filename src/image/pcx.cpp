@@ -20,6 +20,7 @@
 
 #include "core/little_endian.h"
 #include "image/dimensions.h"
+#include "image/run.h"
 
 #include <algorithm>
 #include <array>
@@ -33,7 +34,6 @@ constexpr std::size_t kHeaderSize = 128;
 constexpr std::size_t kPaletteSize = 768;
 
 constexpr int kRunCode = 0xC0; ///< a byte from here on is the length of a run
-constexpr int kLongestRun = 63;
 
 /// A file has fewer pixels than this for each of its bytes: a run of two bytes has at most 63.
 constexpr std::size_t kPixelsPerByte = 64;
@@ -44,7 +44,11 @@ constexpr std::size_t kRoomFactor = 4;
 
 class PCXFile {
 public:
-    explicit PCXFile(std::string const& name) : m_name(name), m_file(name) {}
+    explicit PCXFile(std::string const& name)
+        : m_name(name),
+          m_file(name),
+          m_bytes(static_cast<unsigned char const*>(m_file.getAddress())),
+          m_size(static_cast<std::size_t>(m_file.getSize())) {}
 
     /// The checks in their order. Of a file that is too short, the bytes that are there are checked first.
     void check() const {
@@ -61,7 +65,7 @@ public:
     int width() const { return number(8) - number(4) + 1; }
     int height() const { return number(10) - number(6) + 1; }
     int bytesPerLine() const { return number(66); }
-    std::size_t size() const { return static_cast<std::size_t>(m_file.getSize()); }
+    std::size_t size() const { return m_size; }
 
     std::array<Color, 256> palette() const {
         std::array<Color, 256> colors;
@@ -81,14 +85,15 @@ public:
     }
 
 private:
-    unsigned char const* bytes() const { return static_cast<unsigned char const*>(m_file.getAddress()); }
-    unsigned char byte(std::size_t offset) const { return bytes()[offset]; }
+    unsigned char byte(std::size_t offset) const { return m_bytes[offset]; }
     int number(std::size_t offset) const {
-        return static_cast<std::int16_t>(littleEndian16(bytes() + offset));
+        return static_cast<std::int16_t>(littleEndian16(m_bytes + offset));
     }
 
     std::string const& m_name;
     MemoryFile m_file;
+    unsigned char const* m_bytes;
+    std::size_t m_size;
     std::size_t m_position = kHeaderSize;
 };
 
@@ -104,16 +109,12 @@ public:
             *m_next++ = color;
     }
 
-    void addRun(Color color, int count) {
-        std::array<Color, 4> block;
-        block.fill(color);
-        if (m_endOfBlocks - m_next < kLongestRun + std::ssize(block)) {
-            m_next = std::fill_n(m_next, std::min<std::ptrdiff_t>(count, m_end - m_next), color);
+    void addRun(Color const& color, std::ptrdiff_t count) {
+        if (m_endOfBlocks - m_next < count + std::ptrdiff_t{kBehindRun}) {
+            m_next = std::fill_n(m_next, std::min(count, m_end - m_next), color);
             return;
         }
-        // In whole blocks, which is faster. They write past the run, where later pixels will be written.
-        for (int i = 0; i < count; i += static_cast<int>(block.size()))
-            std::copy(block.begin(), block.end(), m_next + i);
+        writeRun(m_next, static_cast<std::size_t>(count), color); // later pixels will be written behind it
         m_next += count;
     }
 

@@ -6,6 +6,7 @@
 #include "image/file_rows.h"
 #include "image/packed_pixels.h"
 #include "image/packet_reader.h"
+#include "image/run.h"
 #include "image/tga_header.h"
 
 #include <algorithm>
@@ -144,6 +145,22 @@ Palette readColormap(TgaHeader const& header, File& file) {
     return palette;
 }
 
+/// A single pixel: `convert` would leave it in memory, from where a run takes it back late.
+Color converted(PixelKind kind, Palette const& palette, unsigned char const* packed) {
+    switch (kind) {
+    case PixelKind::Grey:
+        return fromGrey(packed);
+    case PixelKind::Indexed:
+        return palette[packed[0]];
+    case PixelKind::Direct16:
+        return from16Bits(packed);
+    case PixelKind::Direct24:
+        return {packed[2], packed[1], packed[0], 255};
+    default: // Direct32
+        return {packed[2], packed[1], packed[0], packed[3]};
+    }
+}
+
 void convert(PixelKind kind, Palette const& palette, unsigned char const* packed, std::size_t count,
              Color* pixels) {
     switch (kind) {
@@ -184,9 +201,12 @@ void readPixels(TgaHeader const& header, PixelKind kind, Palette const& palette,
         Color* to = rowAt(row);
         for (std::size_t left = rowPixels; left > 0;) {
             auto const part = packets.next(left);
-            convert(kind, palette, part.bytes, part.isRepeated ? 1 : part.count, to);
-            if (part.isRepeated)
-                std::fill_n(to + 1, part.count - 1, *to);
+            if (!part.isRepeated)
+                convert(kind, palette, part.bytes, part.count, to);
+            else if (left - part.count < kBehindRun)
+                std::fill_n(to, part.count, converted(kind, palette, part.bytes));
+            else // later pixels of the row will be written behind it
+                writeRun(to, part.count, converted(kind, palette, part.bytes));
             to += part.count;
             left -= part.count;
         }

@@ -1,5 +1,6 @@
 #include "image/codec_test.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace {
@@ -53,6 +54,36 @@ TEST_F(TgaTest, PixelsOfEveryKind) {
          {Tga{.type = 3, .depth = 8, .colormapType = 2, .firstEntry = 300, .entries = 1, .entryDepth = 8} +
               bytes({9, 5}),
           {grey(5)}}});
+}
+
+// Runs are written in blocks, and packets read where they stand, in blocks of the file: the same as raw
+// pixels.
+TEST_F(TgaTest, PacketsOfEveryLengthLoadAsTheirPixelsDoRaw) {
+    std::minstd_rand random;
+    Tga const tall{.width = 29, .height = 1500};
+    for (auto const& [type, depth] : {std::pair(1, 8), {2, 16}, {2, 24}, {2, 32}, {3, 8}}) {
+        std::string raw, encoded;
+        auto const pixelSize = static_cast<std::size_t>(depth / 8);
+        for (int left = tall.width * tall.height, count = 0; left > 0; left -= count) {
+            count = std::min(left, 1 + static_cast<int>(random() % (random() % 2 == 0 ? 8 : 128)));
+            bool const isRun = random() % 2 == 0;
+            std::string pixels;
+            while (pixels.size() < (isRun ? 1U : static_cast<unsigned>(count)) * pixelSize)
+                pixels += static_cast<char>(random() >> 8);
+            encoded += static_cast<char>(count - 1 + (isRun ? 128 : 0)) + pixels;
+            for (int i = 0; i < (isRun ? count : 1); ++i)
+                raw += pixels;
+        }
+        for (int const descriptor : {0, 32}) {
+            Tga header = sized(type == 1 ? indexed(0, 256, 8) : tall, tall.width, tall.height, depth);
+            header.descriptor = descriptor;
+            std::string const map = type == 1 ? std::string(raw, 0, 256) : "";
+            header.type = type;
+            Colors const expected = load("a.tga", header + (map + raw));
+            header.type = type + 8;
+            EXPECT_EQ(load("a.tga", header + (map + encoded)), expected) << type << ' ' << depth;
+        }
+    }
 }
 
 TEST_F(TgaTest, RowsOfBothOriginsBecomeTheSameImage) {
