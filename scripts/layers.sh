@@ -13,6 +13,7 @@ archive    -> core
 file       -> values archive core platform
 extraction -> file core platform
 image      -> values file core
+image/image.cpp -> platform
 image/jpeg.cpp -> platform
 script     -> values file core
 init       -> values file'

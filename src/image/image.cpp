@@ -1,9 +1,12 @@
 // The image: its pixels, their lifetime, and copying of parts.
 
 #include "image/dimensions.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <type_traits>
 #include <utility>
 #include <zel/image.h>
 
@@ -12,6 +15,14 @@ namespace {
 
 /// `resize` allocates this many times the pixels.
 constexpr std::size_t kResizeFactor = 4;
+
+/// Opaque black pixels. The host is told of their memory before they are set, which touches all of it.
+std::unique_ptr<Color[]> makePixels(std::size_t count) {
+    static_assert(std::is_trivially_destructible_v<Color>); // so delete[] finds what new[] has given
+    void* const memory = ::operator new[](count * sizeof(Color));
+    platform::expectUse(memory, count * sizeof(Color));
+    return std::unique_ptr<Color[]>(new (memory) Color[count]);
+}
 
 } // namespace
 
@@ -55,7 +66,7 @@ void Image::allocate(int width, int height, std::size_t factor) {
     std::size_t const pixels = pixelCount(width, height);
     initializeMembers();
     if (pixels > 0)
-        m_data = std::make_unique_for_overwrite<Color[]>(pixels * factor); // opaque black, set once
+        m_data = makePixels(pixels * factor);
     m_width = width;
     m_height = height;
 }

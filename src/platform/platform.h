@@ -167,6 +167,9 @@ std::uint64_t performanceCounter();
 /// The units of performanceCounter in a second; nothing when the host has no such counter.
 std::optional<std::int64_t> performanceFrequency();
 
+/// Tells the host that new memory will be used from end to end, so that it may hand it out in large pieces.
+void expectUse(void* memory, std::size_t size);
+
 /// A picture whose pixels stand row by row from the top, without padding.
 struct JpegPicture {
     int width = 0;

@@ -90,4 +90,6 @@ std::optional<std::int64_t> performanceFrequency() {
     return frequency.QuadPart;
 }
 
+void expectUse(void* /*memory*/, std::size_t /*size*/) {} // large pages take a privilege here
+
 } // namespace Zel::platform
