@@ -183,4 +183,33 @@ TEST(AreaSampleTest, ResamplingAveragesWhatLiesUnderEachPixelAndMakesItOpaque) {
     }
 }
 
+// A pass remembers where the points of its grid lie: each pixel is the same as by itself.
+TEST(AreaSampleTest, ResamplingGivesEachPixelTheAverageUnderIt) {
+    using Point = Zel::Vector2Template<float>;
+    std::minstd_rand random;
+    struct Case {
+        int sourceWidth, sourceHeight, width, height;
+        float scale;
+    };
+    for (auto const& [sourceWidth, sourceHeight, width, height, scale] :
+         {Case{37, 23, 10, 7, 1}, Case{37, 23, 9, 8, 0.3F}, Case{5, 3, 16, 11, 2.7F}, Case{1, 1, 3, 2, 40},
+          Case{40000, 2, 3, 1, 2}, Case{4, 4, 2, 2, 0}, Case{4, 4, 2, 2, -1}, Case{4, 4, 2, 2, kInfinity},
+          Case{4, 4, 2, 2, kNan}}) {
+        Image source(sourceWidth, sourceHeight), target(width, height);
+        std::generate_n(source.getData(), sourceWidth * sourceHeight, [&] { return randomColor(random); });
+        target.copyWithScale(&source, scale);
+        float const stepX = 1.0F / static_cast<float>(width), stepY = 1.0F / static_cast<float>(height);
+        float top = 0;
+        for (int y = 0; y < height; ++y, top += stepY) {
+            float left = 0;
+            for (int x = 0; x < width; ++x, left += stepX) {
+                Point const corners[] = {
+                    {left, top}, {left + stepX, top}, {left + stepX, top + stepY}, {left, top + stepY}};
+                EXPECT_EQ(target(x, y), source.areaSample(scale, corners, 4))
+                    << scale << ' ' << x << ' ' << y;
+            }
+        }
+    }
+}
+
 } // namespace
