@@ -30,10 +30,10 @@ if(BVSYSTEM_TESTS)
   endif()
 endif()
 
-# A Windows program finds the compiler's run-time libraries beside itself.
-if(WIN32 AND CMAKE_CROSSCOMPILING)
+# A Windows program finds MinGW-w64's run-time libraries beside itself.
+if(DEFINED mingw_gcc)
   foreach(library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
-    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}
+    execute_process(COMMAND ${mingw_gcc} -print-file-name=${library}
       OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
     file(COPY ${path} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   endforeach()

@@ -6,8 +6,11 @@
 #define ZEL_VERSION_MINOR 0
 #define ZEL_VERSION_PATCH 0
 
-/// Marks what the shared library exports. The library's own build defines ZEL_BUILDING_LIBRARY.
-#if defined(_WIN32)
+/// Marks what a shared library exports. The library's own build defines ZEL_BUILDING_LIBRARY. The build of a
+/// static library, and of what uses it, defines ZEL_STATIC.
+#if defined(ZEL_STATIC)
+#define ZEL_API
+#elif defined(_WIN32)
 #if defined(ZEL_BUILDING_LIBRARY)
 #define ZEL_API __declspec(dllexport)
 #else

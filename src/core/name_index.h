@@ -8,6 +8,8 @@
 // n.
 #pragma once
 
+#include "core/compiler.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -64,7 +66,7 @@ private:
             std::size_t const batch = std::min(slots.size(), count - first);
             for (std::size_t i = 0; i < batch; ++i) {
                 slots[i] = slotOf(nameAt(first + i));
-                __builtin_prefetch(&m_slots[slots[i]]);
+                compiler::prefetch(&m_slots[slots[i]]);
             }
             for (std::size_t i = 0; i < batch; ++i)
                 place(static_cast<std::uint32_t>(first + i), slots[i]);

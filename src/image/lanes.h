@@ -1,7 +1,8 @@
 // Blends of whole pixels, in two forms that give the same bits. `scalar` reads like the rule, in plain C++.
-// `vectorized` works on the four channels side by side, by the vector extensions of GCC and clang, made of
-// what every x86-64 processor has.
+// `vectorized` works on the four channels side by side, where the compiler has vectors.
 #pragma once
+
+#include "core/compiler.h"
 
 #include <bit>
 #include <cstdint>
@@ -54,37 +55,38 @@ private:
 
 } // namespace scalar
 
+#if ZEL_GNU_FORMS
 namespace vectorized {
 
-using FloatLanes = float __attribute__((vector_size(16)));
-using IntLanes = std::int32_t __attribute__((vector_size(16)));
+using compiler::sameBits;
+using compiler::shuffled;
+using FloatLanes = compiler::Vector<float, 4>;
+using IntLanes = compiler::Vector<std::int32_t, 4>;
 
 static_assert(std::endian::native == std::endian::little && sizeof(Color) == 4);
 
 /// Blue, green, red and alpha.
 inline IntLanes lanesOf(Color const& color) {
-    using Words = std::uint32_t __attribute__((vector_size(16)));
-    using Bytes = std::uint8_t __attribute__((vector_size(16)));
-    using HalfWords = std::uint16_t __attribute__((vector_size(16)));
-    Words const words = {std::bit_cast<std::uint32_t>(color), 0, 0, 0};
-    auto const interleaved = __builtin_shufflevector(reinterpret_cast<Bytes>(words), Bytes{}, 0, 16, 1, 17, 2,
-                                                     18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-    return reinterpret_cast<IntLanes>(__builtin_shufflevector(reinterpret_cast<HalfWords>(interleaved),
-                                                              HalfWords{}, 0, 8, 1, 9, 2, 10, 3, 11));
+    using Bytes = compiler::Vector<std::uint8_t, 16>;
+    using HalfWords = compiler::Vector<std::uint16_t, 8>;
+    compiler::Vector<std::uint32_t, 4> const words = {std::bit_cast<std::uint32_t>(color), 0, 0, 0};
+    auto const interleaved =
+        shuffled<0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23>(sameBits<Bytes>(words), Bytes{});
+    return sameBits<IntLanes>(
+        shuffled<0, 8, 1, 9, 2, 10, 3, 11>(sameBits<HalfWords>(interleaved), HalfWords{}));
 }
 
 /// The colour of four channels from 0 to 255.
 inline Color colorOf(IntLanes lanes) {
-    using Pairs = std::uint64_t __attribute__((vector_size(16)));
-    auto pairs = reinterpret_cast<Pairs>(lanes);
+    auto pairs = sameBits<compiler::Vector<std::uint64_t, 2>>(lanes);
     pairs |= pairs >> 24; // the second of each pair comes to stand behind the first
     return std::bit_cast<Color>(static_cast<std::uint32_t>((pairs[0] & 0xFFFFU) | pairs[1] << 16));
 }
 
-inline FloatLanes converted(IntLanes lanes) { return __builtin_convertvector(lanes, FloatLanes); }
+inline FloatLanes converted(IntLanes lanes) { return compiler::converted<FloatLanes>(lanes); }
 
 /// Truncated toward zero; each value must be one that 32 bits hold.
-inline IntLanes truncated(FloatLanes lanes) { return __builtin_convertvector(lanes, IntLanes); }
+inline IntLanes truncated(FloatLanes lanes) { return compiler::converted<IntLanes>(lanes); }
 
 inline Color bilinear(Color const& c00, Color const& c10, Color const& c01, Color const& c11, float fx,
                       float fy) {
@@ -121,7 +123,9 @@ private:
 };
 
 } // namespace vectorized
-
-namespace lanes = vectorized; // or scalar
+namespace lanes = vectorized;
+#else
+namespace lanes = scalar;
+#endif
 
 } // namespace Zel

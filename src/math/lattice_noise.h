@@ -1,12 +1,13 @@
 // Gradient noise at a point of one, two or three coordinates.
 //
 // In three dimensions there are two forms, which give the same bits: `scalar` reads like the rule, in plain
-// C++; `vectorized` computes four numbers at a time, by the vector extensions of GCC and clang.
+// C++; `vectorized` computes four numbers at a time, where the compiler has vectors.
 //
 // The order of every sum and product is part of the values: nothing here is reordered or fused (see
 // src/CMakeLists.txt).
 #pragma once
 
+#include "core/compiler.h"
 #include "math/noise_tables.h"
 
 #include <cstring>
@@ -94,11 +95,14 @@ inline float noiseAt(Vector3 const& v) {
 
 } // namespace scalar
 
+#if ZEL_GNU_FORMS
 namespace vectorized {
 
-using Two = float __attribute__((vector_size(8)));
-using Four = float __attribute__((vector_size(16)));
-using FourInts = std::int32_t __attribute__((vector_size(16)));
+using compiler::converted;
+using compiler::shuffled;
+using Two = compiler::Vector<float, 2>;
+using Four = compiler::Vector<float, 4>;
+using FourInts = compiler::Vector<std::int32_t, 4>;
 
 /// The entries i and i + 1, j and j + 1.
 inline Four pairs(float const* table, std::size_t i, std::size_t j) {
@@ -106,20 +110,20 @@ inline Four pairs(float const* table, std::size_t i, std::size_t j) {
     Two high;
     std::memcpy(&low, table + i, sizeof low);
     std::memcpy(&high, table + j, sizeof high);
-    return __builtin_shufflevector(low, high, 0, 1, 2, 3);
+    return shuffled<0, 1, 2, 3>(low, high);
 }
 
 inline float noiseAt(Vector3 const& v) {
     Four const t = withinInt(Four{v.x, v.y, v.z, v.z} + kLatticeOffset);
-    FourInts const whole = __builtin_convertvector(t, FourInts);
+    FourInts const whole = converted<FourInts>(t);
     FourInts const cell = whole & (kCells - 1);
-    Four const distance0 = t - __builtin_convertvector(whole, Four);
+    Four const distance0 = t - converted<Four>(whole);
     Four const distance1 = distance0 - 1.0F;
     Four const fades = fade(distance0);
 
     // The corners of one x: those of the lower and of the upper y, each with the lower and the upper z.
-    Four const distanceY = __builtin_shufflevector(distance0, distance1, 1, 1, 5, 5);
-    Four const distanceZ = __builtin_shufflevector(distance0, distance1, 2, 6, 2, 6);
+    Four const distanceY = shuffled<1, 1, 5, 5>(distance0, distance1);
+    Four const distanceZ = shuffled<2, 6, 2, 6>(distance0, distance1);
     std::size_t const cellX = static_cast<std::uint32_t>(cell[0]);
     std::size_t const cellY = static_cast<std::uint32_t>(cell[1]);
     std::size_t const cellZ = static_cast<std::uint32_t>(cell[2]);
@@ -132,14 +136,16 @@ inline float noiseAt(Vector3 const& v) {
     };
 
     Four const alongX = lerp(fades[0], corners(cellX, distance0[0]), corners(cellX + 1, distance1[0]));
-    Two const lowerY = __builtin_shufflevector(alongX, alongX, 0, 1);
-    Two const upperY = __builtin_shufflevector(alongX, alongX, 2, 3);
+    Two const lowerY = shuffled<0, 1>(alongX, alongX);
+    Two const upperY = shuffled<2, 3>(alongX, alongX);
     Two const alongY = lerp(fades[1], lowerY, upperY);
     return lerp(fades[2], alongY[0], alongY[1]);
 }
 
 } // namespace vectorized
-
-using vectorized::noiseAt; // or scalar::noiseAt
+using vectorized::noiseAt;
+#else
+using scalar::noiseAt;
+#endif
 
 } // namespace Zel::lattice

@@ -41,9 +41,10 @@ std::int64_t counter() { return static_cast<std::int64_t>(platform::performanceC
 
 /// The counter less `mark`; the largest number when the difference does not fit.
 std::int64_t counterSince(std::int64_t mark) {
-    std::int64_t elapsed = 0;
-    bool const overflows = __builtin_sub_overflow(counter(), mark, &elapsed);
-    return overflows ? std::numeric_limits<std::int64_t>::max() : elapsed;
+    using Limits = std::numeric_limits<std::int64_t>;
+    std::int64_t const now = counter();
+    bool const fits = mark < 0 ? now <= Limits::max() + mark : now >= Limits::min() + mark;
+    return fits ? now - mark : Limits::max();
 }
 
 } // namespace

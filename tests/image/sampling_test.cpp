@@ -69,7 +69,7 @@ TEST(SamplingTest, VectorsBlendAsSingleChannelsDo) {
     std::uniform_real_distribution<float> anyFraction;
     float const ends[] = {0.0F, 0.5F, std::nextafter(1.0F, 0.0F), 1.0F};
     Zel::scalar::BilinearAverage average;
-    Zel::vectorized::BilinearAverage vectorAverage;
+    Zel::lanes::BilinearAverage vectorAverage;
     EXPECT_EQ(vectorAverage.value(), average.value()) << "of no samples";
     for (int i = 0; i < 20000; ++i) {
         bool const isEnd = i < 16 * 16; // all ends of fractions and channels before any others
@@ -81,7 +81,7 @@ TEST(SamplingTest, VectorsBlendAsSingleChannelsDo) {
             corners[corner] = isEnd ? Color(end, end, end, end) : randomColor(random);
         }
         auto const& [c00, c10, c01, c11] = corners;
-        ASSERT_EQ(Zel::vectorized::bilinear(c00, c10, c01, c11, fx, fy),
+        ASSERT_EQ(Zel::lanes::bilinear(c00, c10, c01, c11, fx, fy),
                   Zel::scalar::bilinear(c00, c10, c01, c11, fx, fy))
             << i;
         average.add(c00, c10, c01, c11, fx, fy);

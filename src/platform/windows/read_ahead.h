@@ -1,9 +1,13 @@
-// Reading within what a C stream has read ahead. The C runtime (msvcrt) keeps it by a pointer and a count,
-// which the macros of its own header use as well.
+// Reading within what a C stream has read ahead. One C runtime (msvcrt) keeps it by a pointer and a count,
+// which the macros of its own header use as well. The other (UCRT) hides it, and gets the portable form.
 #pragma once
 
 #include <cstdio>
 #include <string_view>
+
+#if !defined(__MINGW32__) || defined(_UCRT) || defined(ZEL_PORTABLE)
+#include "platform/portable_read_ahead.h"
+#else
 
 namespace Zel::platform {
 
@@ -25,3 +29,5 @@ inline std::string_view readAhead(std::FILE* stream) {
 }
 
 } // namespace Zel::platform
+
+#endif

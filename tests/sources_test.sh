@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# scripts/layers.sh takes the library as it is, and names an include that points up wherever one is planted.
+# scripts/layers.sh and scripts/compilers.sh take the sources as they are, and name what they refuse wherever it is
+# planted.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 copy=$(mktemp -d)
 trap 'rm -rf "$copy"' EXIT
-cp -r include src docs "$copy"
+cp -r include src docs tools tests examples fuzz "$copy"
 
 scripts/layers.sh "$copy"
 for planted in 'src/core/numbers.cpp "file/names.h"' 'src/archive/table.h <zel/file.h>' \
@@ -24,3 +25,15 @@ if scripts/layers.sh "$copy" 2>/dev/null; then
   echo "A public header without a room was taken." >&2
   exit 1
 fi
+
+scripts/compilers.sh "$copy"
+for planted in 'src/math/timer.cpp int bits = __builtin_ctz(8);' 'include/zel/timer.h long double seconds;' \
+  'tests/support/clock.h #pragma GCC poison gets' 'tools/zel/list.cpp auto left = stream->_cnt;'; do
+  read -r file form <<<"$planted"
+  echo "$form" >>"$copy/$file"
+  if message=$(scripts/compilers.sh "$copy" 2>&1) || [[ $message != "$file"* ]]; then
+    echo "The form $form in $file was not named: $message" >&2
+    exit 1
+  fi
+  cp "$file" "$copy/$file"
+done
