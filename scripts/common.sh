@@ -8,6 +8,7 @@ build_packages=(cmake ninja-build g++ libgtest-dev libgmock-dev libcli11-dev nlo
 clang_packages=(clang clang-format)
 sanitizer_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
+arm64_packages=(g++-aarch64-linux-gnu qemu-user googletest)
 
 # Installs the Debian packages that are missing, or says in one line what to install.
 require() {
@@ -49,4 +50,24 @@ build_quietly() {
     exit 1
   fi
   rm -f "$log"
+}
+
+# A Windows machine of its own for this run, which ends with it.
+begin_wine() {
+  WINEPREFIX=$(mktemp -d)
+  export WINEPREFIX WINEDEBUG=-all
+  scripts/wine.sh wineboot --init >/dev/null 2>&1
+}
+end_wine() {
+  /usr/lib/wine/wineserver64 --kill 2>/dev/null || true
+  rm -rf "$WINEPREFIX"
+}
+
+# Where the compiler for Windows keeps its libraries for programs to load, as WINEPATH takes them.
+windows_libraries() {
+  local library path
+  for library in libstdc++-6.dll libwinpthread-1.dll; do
+    path=$(x86_64-w64-mingw32-g++-posix -print-file-name=$library)
+    printf '%s;' "$(dirname "$path")"
+  done
 }
