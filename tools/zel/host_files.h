@@ -26,6 +26,11 @@ private:
     std::intptr_t m_handle;
 };
 
+/// Whether a name that the standard library tells has the same bytes for the host's calls. On Windows they
+/// are UTF-8 for the one and of the process's code page for the others: the same by the manifest of `zel`,
+/// from Windows 10 1903 on.
+bool namesKeepTheirBytes();
+
 /// Returns when the bytes of a file that is closed are on the disk.
 std::error_code bringToDisk(std::filesystem::path const& file);
 

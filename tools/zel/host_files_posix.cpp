@@ -56,6 +56,8 @@ std::size_t SourceFile::read(char* buffer, std::size_t size) {
     return static_cast<std::size_t>(count);
 }
 
+bool namesKeepTheirBytes() { return true; }
+
 std::error_code bringToDisk(std::filesystem::path const& file) {
     int const descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     return descriptor < 0 ? lastError() : sync(descriptor);

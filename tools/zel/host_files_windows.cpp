@@ -51,6 +51,8 @@ std::size_t SourceFile::read(char* buffer, std::size_t size) {
     return count;
 }
 
+bool namesKeepTheirBytes() { return GetACP() == CP_UTF8; }
+
 std::error_code bringToDisk(std::filesystem::path const& file) {
     std::intptr_t const handle = openExisting(file, GENERIC_WRITE);
     if (!isOpen(handle))

@@ -23,10 +23,11 @@ bool cannotBeLookedUp(std::string const& relative) {
     return relative.find_first_of(":\\") != std::string::npos;
 }
 
-/// A host whose names are wider than bytes would hand such a name to the library in another encoding.
+/// The host would hand such a name to the library in another encoding.
 bool isAmbiguous(std::string const& relative) {
-    return sizeof(fs::path::value_type) > 1 &&
-           std::any_of(relative.begin(), relative.end(), [](char character) { return character < 0; });
+    return !namesKeepTheirBytes() && std::any_of(relative.begin(), relative.end(), [](char character) {
+        return static_cast<unsigned char>(character) > 0x7F;
+    });
 }
 
 bool isSameFile(fs::path const& a, fs::path const& b) {
