@@ -6,7 +6,7 @@
 #include <iostream>
 
 int main(int argc, char** argv) {
-    zel::setBinaryOutput();
+    zel::HostOutput const output;
     zel::HostImaging const imaging;
     zel::Console console{std::cin, std::cout, std::cerr};
     if (zel::errorIsTerminal())

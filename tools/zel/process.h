@@ -3,8 +3,17 @@
 
 namespace zel {
 
-/// Makes standard output pass bytes as they are.
-void setBinaryOutput();
+/// Has standard output pass bytes as they are, and a console show them as UTF-8, while this object lives.
+class HostOutput {
+public:
+    HostOutput();
+    HostOutput(HostOutput const&) = delete;
+    HostOutput& operator=(HostOutput const&) = delete;
+    ~HostOutput();
+
+private:
+    unsigned m_codePage = 0; ///< of the console as it was
+};
 
 /// Whether somebody watches standard error.
 bool errorIsTerminal();

@@ -6,7 +6,8 @@
 
 namespace zel {
 
-void setBinaryOutput() {} // it always does
+HostOutput::HostOutput() = default; // it always does
+HostOutput::~HostOutput() {}        // NOLINT(modernize-use-equals-default): trivial on this host alone
 
 bool errorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
