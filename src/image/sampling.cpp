@@ -39,7 +39,8 @@ int nearest(float position, int size) {
     constexpr float kSurelyFits = 0x1p62F;
     if (!(std::abs(position) < kSurelyFits))
         return position > 0.0F ? size - 1 : 0;
-    return clamped(static_cast<std::int64_t>(static_cast<double>(position) + 0.5), size);
+    double const sum = static_cast<double>(position) + 0.5;
+    return clamped(static_cast<std::int64_t>(sum), size);
 }
 
 } // namespace

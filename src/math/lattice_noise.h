@@ -115,7 +115,7 @@ inline Four pairs(float const* table, std::size_t i, std::size_t j) {
 
 inline float noiseAt(Vector3 const& v) {
     Four const t = withinInt(Four{v.x, v.y, v.z, v.z} + kLatticeOffset);
-    FourInts const whole = converted<FourInts>(t);
+    auto const whole = converted<FourInts>(t);
     FourInts const cell = whole & (kCells - 1);
     Four const distance0 = t - converted<Four>(whole);
     Four const distance1 = distance0 - 1.0F;
