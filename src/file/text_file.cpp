@@ -6,6 +6,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -241,8 +242,11 @@ TextFile& TextFile::operator<<(std::string const& value) {
 }
 
 TextFile& TextFile::operator<<(float value) {
+    if (std::isnan(value)) // of which Microsoft's library tells several kinds
+        return *this << std::string(std::signbit(value) ? "-nan" : "nan");
     std::array<char, 64> text; // the longest has 47 characters
-    char const* const end = std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, 6).ptr;
+    char const* const end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6).ptr;
     write(text.data(), static_cast<int>(end - text.data()));
     return *this;
 }

@@ -12,7 +12,7 @@ public:
     ~HostOutput();
 
 private:
-    unsigned m_codePage = 0; ///< of the console as it was
+    [[maybe_unused]] unsigned m_codePage = 0; ///< of the console as it was
 };
 
 /// Whether somebody watches standard error.
