@@ -1,5 +1,5 @@
-// Forms that only some compilers know, each beside a portable one in plain C++. Nothing else above
-// src/platform has any: scripts/compilers.sh looks.
+// Forms that only some compilers know, each beside a portable one in plain C++. Above src/platform nothing
+// else has any but zel/api.h: scripts/compilers.sh looks.
 //
 // ZEL_PORTABLE takes the portable forms alone, as the preset `portable` does.
 #pragma once

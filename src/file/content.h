@@ -17,8 +17,8 @@ namespace Zel {
 /// Files are positioned and measured with 32 bits.
 constexpr std::int64_t kLargestPosition = std::numeric_limits<std::int32_t>::max();
 
-/// Opens a file and reads it from start to end. Keeps to the bounds of an archived file,
-/// unscrambles it, and compares its checksum at the end.
+/// Opens a file and reads it from start to end. Keeps to the bounds of an archived file, unscrambles it, and
+/// compares its checksum at the end.
 ///
 /// Exceptions name the file by the text given to the constructor, which must outlive this object.
 class FileContent {
@@ -50,7 +50,7 @@ public:
     }
 
     /// Reads everything into the memory that `allocate(size)` gives, which is not asked for more bytes than
-    /// the stream holds. Throws as check().
+    /// the host's file holds. Throws as check().
     template <class Allocate>
     void readWhole(Allocate allocate) {
         begin();

@@ -4,7 +4,7 @@
 // C++; `vectorized` computes four numbers at a time, where the compiler has vectors.
 //
 // The order of every sum and product is part of the values: nothing here is reordered or fused (see
-// src/CMakeLists.txt).
+// cmake/compiler_options.cmake).
 #pragma once
 
 #include "core/compiler.h"
