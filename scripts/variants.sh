@@ -8,7 +8,7 @@ build_quietly dev
 build_quietly portable
 tests=$root/build/dev/bin/tests
 export LD_LIBRARY_PATH=$root/build/portable/src
-ldd "$tests" | grep --quiet "$LD_LIBRARY_PATH" # or another library would be tested
+[[ $(ldd "$tests") == *"$LD_LIBRARY_PATH"* ]] # or another library would be tested
 echo "portable:"
 (cd build/dev/tests/scratch && "$tests" --gtest_brief=1)
 unset LD_LIBRARY_PATH

@@ -53,12 +53,12 @@ struct Neighbours {
 /// Where the grid's points lie along one side of the image.
 class Axis {
 public:
-    Axis(int size, float scale) : m_size(size), m_texelsPerStep(1.0F / scale) {}
+    Axis(int size, float scale) : m_size(size), m_scale(scale), m_texelsPerStep(1.0F / scale) {}
 
     /// Computes in advance what many polygons will ask for.
-    void remember(float scale) {
+    void remember() {
         constexpr float kMost = 65536.0F; // less than a megabyte
-        int const count = truncated(std::clamp(scale * static_cast<float>(m_size), 0.0F, kMost));
+        int const count = truncated(std::clamp(m_scale * static_cast<float>(m_size), 0.0F, kMost));
         for (int i = 0; i < count; ++i)
             m_remembered.push_back(compute(i));
     }
@@ -76,6 +76,7 @@ private:
     }
 
     int m_size;
+    float m_scale;
     float m_texelsPerStep;
     std::vector<Neighbours> m_remembered;
 };
@@ -91,8 +92,8 @@ struct Grid {
     /// The same for many polygons.
     static Grid forMany(Image const& source, float fineness) {
         Grid grid(source, fineness);
-        grid.columns.remember(fineness);
-        grid.rows.remember(fineness);
+        grid.columns.remember();
+        grid.rows.remember();
         return grid;
     }
 
