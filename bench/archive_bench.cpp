@@ -1,7 +1,7 @@
 // Mounting archives and looking names up. Limits: reading, unscrambling and checking the table alone; a bare
 // map. Peers: ZIP files of the same entries.
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "zip.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "scratch.h"
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 
 #include <fstream>
 #include <random>

@@ -1,7 +1,7 @@
 // One archived entry through its streams. The first half of the input tells the operations, a byte each with
 // the next one as its argument; the rest is the entry.
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "host_file.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // Scripts with includes: the input is a set of files, parted by bytes of value 0xFF, mounted as an archive
 // under the names f0, f1 and so on; f0 is parsed.
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "host_file.h"
 
 #include <cstddef>

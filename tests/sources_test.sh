@@ -28,7 +28,7 @@ fi
 
 scripts/compilers.sh "$copy"
 for planted in 'src/math/timer.cpp int bits = __builtin_ctz(8);' 'include/zel/timer.h long double seconds;' \
-  'tests/support/clock.h #pragma GCC poison gets' 'tools/zel/list.cpp auto left = stream->_cnt;'; do
+  'tests/support/clock.h #pragma GCC poison gets' 'tools/zel/archive/list.cpp auto left = stream->_cnt;'; do
   read -r file form <<<"$planted"
   echo "$form" >>"$copy/$file"
   if message=$(scripts/compilers.sh "$copy" 2>&1) || [[ $message != "$file"* ]]; then

@@ -3,7 +3,7 @@
 #include "archive/entries.h"
 #include "support/library_test.h"
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "support/pictures.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // Extraction: what lands where, what is recorded, what is refused, and what is left behind: nothing.
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "support/hostile_names.h"
 #include "support/temporary_test.h"
 

@@ -2,7 +2,7 @@
 
 #include "support/library_test.h"
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 
 #include <cstdint>
 #include <fstream>

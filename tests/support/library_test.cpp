@@ -1,7 +1,7 @@
 #include "support/library_test.h"
 
-#include "archive_writer.h"
-#include "names.h"
+#include "archive/archive_writer.h"
+#include "archive/names.h"
 
 #include <algorithm>
 #include <array>

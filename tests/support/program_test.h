@@ -1,7 +1,7 @@
 // What the tests of the program share: its commands, run in this process, in the scratch directory.
 #pragma once
 
-#include "commands.h"
+#include "command_line/commands.h"
 #include "support/library_test.h"
 
 #include <sstream>

@@ -1,6 +1,6 @@
 #include "support/samples.h"
 
-#include "archive_writer.h"
+#include "archive/archive_writer.h"
 #include "support/pictures.h"
 
 #include <sstream>

@@ -1,6 +1,6 @@
 // How names and messages are printed.
 
-#include "printable_text.h"
+#include "command_line/printable_text.h"
 
 #include <gtest/gtest.h>
 #include <set>

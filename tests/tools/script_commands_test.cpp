@@ -1,6 +1,6 @@
 // zel script check and zel script dump
 
-#include "folder_names.h"
+#include "archive/folder_names.h"
 #include "support/program_test.h"
 
 #include <gmock/gmock.h>

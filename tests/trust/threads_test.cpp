@@ -1,7 +1,7 @@
 // Files are opened from many threads, once archives and directories are set up. The preset tsan watches this
 // story for data races.
 
-#include "names.h"
+#include "archive/names.h"
 #include "support/library_test.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The program zel.
 
-#include "commands.h"
-#include "process.h"
+#include "command_line/commands.h"
+#include "host/process.h"
 
 #include <iostream>
 
