@@ -7,6 +7,7 @@ function(bvsystem_warnings target)
     return()
   endif()
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    $<$<CXX_COMPILER_ID:Clang>:-Wgnu> # forms of these two compilers that a third may refuse
     $<$<BOOL:${BVSYSTEM_WARNINGS_AS_ERRORS}>:-Werror>)
   # GCC 12 takes the parts of an optimised std::string concatenation for overlapping (GCC bug 105651).
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -2,7 +2,8 @@
 # Measures the hot jobs beside the least that their own rules cost and beside peers, all interleaved in one process,
 # and prints the medians of nine runs as one table; docs/benchmarks.md explains it. With --quick first, it is the
 # medians of three and the main rows, in under two minutes. Other arguments go to the benchmark program, for instance
-# --benchmark_filter=^load. With --smoke alone it measures little, once and without installing peers: whether the
+# --benchmark_filter=^load. With --portable [FILTER], it is the library beside itself in plain C++, as compilers get it that
+# are neither GCC nor clang. With --smoke alone it measures little, once and without installing peers: whether the
 # program still works, and where it writes.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 require "${build_packages[@]}" libbenchmark-dev python3
@@ -16,6 +17,14 @@ build_bench() {
 if [ "${1:-}" = --smoke ]; then
   build_bench
   exec build/release/bin/bench --benchmark_filter='^(load|save)/' --benchmark_min_time=0.01
+fi
+
+if [ "${1:-}" = --portable ]; then
+  build_bench
+  cmake --preset portable -B build/portable-release -DCMAKE_BUILD_TYPE=Release >/dev/null
+  cmake --build build/portable-release --target BvSystem >/dev/null
+  [ ! -w /dev/shm ] || export TMPDIR=/dev/shm
+  exec python3 bench/portable.py build/release/bin/bench build/portable-release/src "${2:-}"
 fi
 
 runs=(--benchmark_repetitions=9 --benchmark_min_time=0.05)
